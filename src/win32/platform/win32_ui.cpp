@@ -1,0 +1,65 @@
+#include "win32/platform/win32_ui.h"
+
+#include <windows.h>
+
+#include <cstdio>
+
+namespace tessmark::platform::win32 {
+
+int Win32Ui::MsgBox(const std::string& prompt, int style, const std::string& title) {
+    HWND owner = GetActiveWindow();
+    return ::MessageBoxA(owner, prompt.c_str(), (title.empty() ? appTitle_ : title).c_str(),
+                         static_cast<UINT>(style));
+}
+
+void Win32Ui::DoEvents() {
+    MSG msg;
+    while (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        if (msg.message == WM_QUIT) {
+            ::PostQuitMessage(static_cast<int>(msg.wParam));
+            break;
+        }
+        ::TranslateMessage(&msg);
+        ::DispatchMessageA(&msg);
+    }
+}
+
+void Win32Ui::SetMousePointer(int pointer) {
+    ::SetCursor(::LoadCursor(nullptr, pointer == kMousePointerHourglass ? IDC_WAIT : IDC_ARROW));
+}
+
+void Win32Ui::Beep() { ::MessageBeep(MB_OK); }
+
+void Win32Ui::ActivityLog(const std::string& line) {
+    // The log is the debugger's output stream; nothing else reads it.
+    ::OutputDebugStringA((line + "\n").c_str());
+}
+
+void Win32Ui::RemoveTrayIcon() {
+    // No operation of the program adds a notification icon, so there is none to remove.
+}
+
+void Win32Ui::ShowAboutBox() {
+    ::MessageBoxA(GetActiveWindow(), "Tessmark\r\nStart-up manager", "About Tessmark", MB_OK | MB_ICONINFORMATION);
+}
+
+void Win32Ui::DragForm(WindowHandle window) {
+    ::ReleaseCapture();
+    ::SendMessageA(reinterpret_cast<HWND>(window), WM_NCLBUTTONDOWN, HTCAPTION, 0);
+}
+
+WindowHandle Win32Ui::FindWindowA(const char* className, const char* title) {
+    return reinterpret_cast<WindowHandle>(::FindWindowA(className, title));
+}
+
+bool Win32Ui::ShowWindow(WindowHandle window, int command) {
+    return ::ShowWindow(reinterpret_cast<HWND>(window), command) != FALSE;
+}
+
+bool Win32Ui::SetForegroundWindow(WindowHandle window) {
+    return ::SetForegroundWindow(reinterpret_cast<HWND>(window)) != FALSE;
+}
+
+void Win32Ui::EndProcess(int exitCode) { ::ExitProcess(static_cast<UINT>(exitCode)); }
+
+}  // namespace tessmark::platform::win32

@@ -1,0 +1,29 @@
+#pragma once
+// UI services on the real desktop: user32 message boxes and the message pump.
+#include <functional>
+
+#include "platform/ui_services.h"
+
+namespace tessmark::platform::win32 {
+
+class Win32Ui final : public UiServices {
+public:
+    explicit Win32Ui(std::string appTitle) : appTitle_(std::move(appTitle)) {}
+    int MsgBox(const std::string& prompt, int style, const std::string& title) override;
+    void DoEvents() override;
+    void SetMousePointer(int pointer) override;
+    void Beep() override;
+    void ActivityLog(const std::string& line) override;
+    void RemoveTrayIcon() override;
+    void ShowAboutBox() override;
+    void DragForm(WindowHandle window) override;
+    WindowHandle FindWindowA(const char* className, const char* title) override;
+    bool ShowWindow(WindowHandle window, int command) override;
+    bool SetForegroundWindow(WindowHandle window) override;
+    [[noreturn]] void EndProcess(int exitCode) override;
+
+private:
+    std::string appTitle_;
+};
+
+}  // namespace tessmark::platform::win32

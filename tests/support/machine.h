@@ -1,0 +1,42 @@
+#pragma once
+// A whole machine for one test: in memory for the native tier, the real Wine
+// prefix for the Wine tier. Suites written against TestMachine run on both.
+#include <memory>
+#include <string>
+
+#include "platform/memory/memory_process.h"
+#include "platform/memory/recording_ui.h"
+#include "platform/ports.h"
+
+namespace tessmark::testing {
+
+class TestMachine {
+public:
+    virtual ~TestMachine() = default;
+
+    virtual bool IsReal() const = 0;
+    virtual platform::RegistryPort& Registry() = 0;
+    virtual platform::FilesPort& Files() = 0;
+    virtual platform::ShellPort& Shell() = 0;
+    // Message boxes are always recorded, never shown, also on Wine.
+    platform::memory::RecordingUi& Ui() { return ui_; }
+    platform::ProcessPort& Process() { return process_; }
+    platform::Ports Ports() { return {Registry(), Files(), Shell(), Ui(), Process()}; }
+
+    // A folder that exists and is empty when the test starts ("C:\tessmark-test").
+    virtual std::string ScratchFolder() = 0;
+
+private:
+    platform::memory::RecordingUi ui_;
+    platform::memory::MemoryProcess process_;
+};
+
+std::unique_ptr<TestMachine> MakeTestMachine();
+
+// Registry keys used for scratch by the suites: removed whole by DeleteTree.
+inline constexpr const char* kScratchKey = "Software\\TessmarkTest";
+
+// Deletes a key and everything beneath it through the port.
+void DeleteTree(platform::RegistryPort& registry, platform::RegHandle root, const std::string& subKey);
+
+}  // namespace tessmark::testing
