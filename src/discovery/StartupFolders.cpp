@@ -1,0 +1,75 @@
+#include "discovery/StartupFolders.h"
+
+#include "storage/modStartup.h"
+#include "vb/vb.h"
+
+namespace tessmark::discovery {
+
+using vb::Resume;
+
+namespace {
+
+struct FolderVariant {
+    std::int32_t folderId;
+    const char* section;
+    long tag;
+    const char* settingsSection;
+    bool pumpsMessages;  // only the all-users walk yields between rows
+};
+
+constexpr FolderVariant kAllUsers{platform::kCsidlCommonStartup, "All Users\\Startup", 1, "StartupAllUser", true};
+constexpr FolderVariant kCurrentUser{platform::kCsidlStartup, "Current User\\Startup", 2, "StartupCurrUser", false};
+
+void AddStartupFolder(ScanContext& form, const FolderVariant& variant) {
+    std::string sideFolder, folder;
+    std::vector<std::string> names;
+    Resume([&] { sideFolder = form.SideFolder(); });
+    Resume([&] { folder = storage::GetSpecialFolder(form.ports.shell, variant.folderId); });
+    Resume([&] { names = storage::DirNormalFiles(form.ports.files, folder + "\\*.*"); });
+
+    for (const std::string& name : names) {
+        if (variant.pumpsMessages) Resume([&] { form.ports.ui.DoEvents(); });
+        std::string target, displayName;
+        ItemRow* row = nullptr;
+        Resume([&] { target = storage::GetShortcutTarget(form.ports.shell, folder + "\\" + name); });
+        Resume([&] { row = &form.ListView1.Add(); });
+        if (row == nullptr) continue;
+        Resume([&] { row->SmallIcon = form.RowIcon(target, displayName); });
+        // The shell's name for the target, not the shortcut's own name.
+        Resume([&] { row->Text = displayName; });
+        Resume([&] { row->SubItems(1) = target; });
+        Resume([&] { row->SubItems(2) = "Yes"; });
+        Resume([&] { row->SubItems(3) = variant.section; });
+        Resume([&] { row->Tag = variant.tag; });
+    }
+
+    vb::Array<std::string> lines;
+    Resume([&] { form.objinifile.IniFilePath(sideFolder + "\\Settings.ini"); });
+    Resume([&] { form.objinifile.IniSection(variant.settingsSection); });
+    Resume([&] { lines = form.objinifile.IniReadSection(); });
+    long last = -1;
+    Resume([&] { last = lines.UBound() - 1; });  // the element at the upper bound is never visited
+    for (vb::Integer i = 0; i <= last;) {
+        ItemRow* row = nullptr;
+        // Without "=" the cut fails and the whole line serves as the name.
+        Resume([&] { lines[i] = vb::Left(lines[i], vb::InStr(lines[i], "=") - 1); });
+        Resume([&] { row = &form.ListView1.Add(); });
+        if (row == nullptr) continue;
+        Resume([&] { row->Text = lines[i]; });
+        Resume([&] { row->SubItems(1) = form.objinifile.IniReadValue(lines[i]); });
+        Resume([&] { row->SubItems(2) = "No"; });
+        Resume([&] { row->SubItems(3) = variant.section; });
+        Resume([&] { row->Tag = variant.tag; });
+        Resume([&] { row->SmallIcon = form.RowIcon(row->SubItems(1)); });
+        bool stepped = false;
+        Resume([&] { ++i, stepped = true; });  // past 32767 the loop ends with its error ignored
+        if (!stepped) break;
+    }
+}
+
+}  // namespace
+
+void AddStartupAllUser(ScanContext& form) { AddStartupFolder(form, kAllUsers); }
+void AddStartupCurrUser(ScanContext& form) { AddStartupFolder(form, kCurrentUser); }
+
+}  // namespace tessmark::discovery
