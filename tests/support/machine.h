@@ -37,6 +37,6 @@ std::unique_ptr<TestMachine> MakeTestMachine();
 inline constexpr const char* kScratchKey = "Software\\TessmarkTest";
 
 // Deletes a key and everything beneath it through the port.
-void DeleteTree(platform::RegistryPort& registry, platform::RegHandle root, const std::string& subKey);
+void DeleteTree(platform::RegistryPort& registry, platform::RegHandle parent, const std::string& subKey);
 
 }  // namespace tessmark::testing

@@ -1,0 +1,434 @@
+// What the program relies on from the registry calls, run against the memory
+// registry and against the real one. Values enumerate in creation order on
+// Windows and sorted by name on Wine, so no test depends on value order.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "machine.h"
+
+namespace tessmark::testing {
+namespace {
+
+using platform::RegHandle;
+namespace reg = platform::reg;
+
+const std::uint8_t* Bytes(const std::string& s) { return reinterpret_cast<const std::uint8_t*>(s.data()); }
+std::uint8_t* Bytes(std::string& s) { return reinterpret_cast<std::uint8_t*>(s.data()); }
+
+class RegistryConformance : public ::testing::TestWithParam<RegHandle> {
+protected:
+    void TearDown() override {
+        for (RegHandle h : open_) registry.RegCloseKey(h);
+    }
+
+    RegHandle Root() const { return GetParam(); }
+    static std::string Path(const std::string& sub) { return sub.empty() ? kScratchKey : kScratchKey + ("\\" + sub); }
+
+    // Creates a key below the scratch key; the handle is closed after the test.
+    RegHandle Create(const std::string& sub = "") {
+        RegHandle h = 0;
+        EXPECT_EQ(registry.RegCreateKeyA(Root(), Path(sub).c_str(), &h), reg::kSuccess) << sub;
+        return Keep(h);
+    }
+    RegHandle CreateUnder(RegHandle parent, const std::string& name) {
+        RegHandle h = 0;
+        EXPECT_EQ(registry.RegCreateKeyA(parent, name.c_str(), &h), reg::kSuccess) << name;
+        return Keep(h);
+    }
+    RegHandle Keep(RegHandle h) {
+        open_.push_back(h);
+        return h;
+    }
+    // Counts as given; the string keeps its own terminator behind the counted bytes.
+    void Set(RegHandle h, const char* name, std::uint32_t type, const std::string& data) {
+        Set(h, name, type, data, static_cast<std::uint32_t>(data.size()));
+    }
+    void Set(RegHandle h, const char* name, std::uint32_t type, const std::string& data, std::uint32_t count) {
+        ASSERT_EQ(registry.RegSetValueExA(h, name, type, Bytes(data), count), reg::kSuccess);
+    }
+    // Reads a whole value, its length as the call reports it.
+    std::string Query(RegHandle h, const char* name, std::uint32_t* type = nullptr) {
+        std::string buffer(2048, '#');
+        std::uint32_t length = static_cast<std::uint32_t>(buffer.size());
+        EXPECT_EQ(registry.RegQueryValueExA(h, name, type, Bytes(buffer), &length), reg::kSuccess) << name;
+        return buffer.substr(0, length);
+    }
+
+    std::unique_ptr<TestMachine> machine = MakeTestMachine();
+    platform::RegistryPort& registry = machine->Registry();
+
+private:
+    std::vector<RegHandle> open_;
+};
+
+TEST_P(RegistryConformance, CreatingMakesMissingParentsAndOpeningIgnoresCase) {
+    Create("One\\Two\\Three");
+    RegHandle h = 0;
+    ASSERT_EQ(registry.RegOpenKeyExA(Root(), "SOFTWARE\\tessmarktest\\ONE\\two", 0, reg::kRead, &h), reg::kSuccess);
+    Keep(h);
+    std::uint32_t subKeys = 9, values = 9;
+    ASSERT_EQ(registry.RegQueryInfoKeyA(h, &subKeys, &values), reg::kSuccess);
+    EXPECT_EQ(subKeys, 1u);
+    EXPECT_EQ(values, 0u);
+}
+
+TEST_P(RegistryConformance, FailedOpenGivesCodeTwoAndHandleZero) {
+    Create();
+    for (bool extended : {false, true}) {
+        RegHandle h = 0x1234;
+        const std::int32_t rc = extended ? registry.RegOpenKeyExA(Root(), Path("Missing").c_str(), 0, reg::kQueryValue, &h)
+                                         : registry.RegOpenKeyA(Root(), Path("Missing").c_str(), &h);
+        EXPECT_EQ(rc, reg::kFileNotFound) << extended;
+        EXPECT_EQ(h, 0u) << extended;
+    }
+}
+
+TEST_P(RegistryConformance, OpeningWithoutSubkey) {
+    const RegHandle key = Create();
+    RegHandle h = 0;
+    // RegOpenKeyA hands back the very handle, for a root as for any key.
+    EXPECT_EQ(registry.RegOpenKeyA(key, "", &h), reg::kSuccess);
+    EXPECT_EQ(h, key);
+    EXPECT_EQ(registry.RegOpenKeyA(key, nullptr, &h), reg::kSuccess);
+    EXPECT_EQ(h, key);
+    EXPECT_EQ(registry.RegOpenKeyA(Root(), "", &h), reg::kSuccess);
+    EXPECT_EQ(h, Root());
+    // RegOpenKeyExA gives a root back as itself, and a new handle to any other key.
+    EXPECT_EQ(registry.RegOpenKeyExA(Root(), "", 0, reg::kRead, &h), reg::kSuccess);
+    EXPECT_EQ(h, Root());
+    ASSERT_EQ(registry.RegOpenKeyExA(key, "", 0, reg::kRead, &h), reg::kSuccess);
+    Keep(h);
+    EXPECT_NE(h, key);
+    EXPECT_NE(h, 0u);
+}
+
+TEST_P(RegistryConformance, SubkeyTextForms) {
+    const RegHandle key = Create();
+    Create("A\\B");
+    struct Case {
+        std::string subKey;
+        std::int32_t open, create;
+    };
+    const Case cases[] = {
+        {"A\\", reg::kSuccess, reg::kSuccess},
+        {"A\\\\B", reg::kSuccess, reg::kSuccess},
+        {"a\\b\\", reg::kSuccess, reg::kSuccess},
+        {"\\A", 161, 161},
+        {std::string(256, 'k'), reg::kFileNotFound, reg::kSuccess},
+        {std::string(257, 'k'), reg::kInvalidParameter, reg::kInvalidParameter},
+        {std::string(240, 'p') + "\\" + std::string(19, 'q'), reg::kFileNotFound, reg::kSuccess},
+        {std::string(240, 'p') + "\\" + std::string(20, 'q'), reg::kMoreData, reg::kMoreData},
+    };
+    for (const Case& c : cases) {
+        RegHandle h = 0;
+        EXPECT_EQ(registry.RegOpenKeyExA(key, c.subKey.c_str(), 0, reg::kRead, &h), c.open) << c.subKey;
+        if (h) Keep(h);
+        h = 0;
+        EXPECT_EQ(registry.RegCreateKeyA(key, c.subKey.c_str(), &h), c.create) << c.subKey;
+        if (h) Keep(h);
+    }
+}
+
+TEST_P(RegistryConformance, ClosedAndUnknownHandlesGiveSix) {
+    Create();
+    RegHandle h = 0;
+    ASSERT_EQ(registry.RegOpenKeyExA(Root(), kScratchKey, 0, reg::kAllAccess, &h), reg::kSuccess);
+    EXPECT_EQ(registry.RegCloseKey(h), reg::kSuccess);
+    EXPECT_EQ(registry.RegCloseKey(h), reg::kInvalidHandle);
+    EXPECT_EQ(registry.RegCloseKey(Root()), reg::kSuccess);
+    EXPECT_EQ(registry.RegCloseKey(0), reg::kInvalidHandle);
+    for (RegHandle bad : {RegHandle{0}, h}) {
+        char name[16];
+        std::uint32_t length = sizeof name, count = 0;
+        RegHandle result = 0;
+        EXPECT_EQ(registry.RegOpenKeyExA(bad, "X", 0, reg::kRead, &result), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegCreateKeyA(bad, "X", &result), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegEnumKeyExA(bad, 0, name, &length), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegEnumValueA(bad, 0, name, &length, nullptr, nullptr, nullptr), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegQueryValueExA(bad, "v", nullptr, nullptr, nullptr), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegQueryInfoKeyA(bad, &count, &count), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegSetValueExA(bad, "v", reg::kSz, Bytes(std::string("x")), 1), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegDeleteValueA(bad, "v"), reg::kInvalidHandle) << bad;
+        EXPECT_EQ(registry.RegDeleteKeyA(bad, "X"), reg::kInvalidHandle) << bad;
+    }
+}
+
+TEST_P(RegistryConformance, HandleRightsFollowTheRequestedAccess) {
+    Set(Create(), "v", reg::kSz, "x");
+    Create("Sub");
+    struct Case {
+        std::uint32_t access;
+        std::int32_t query, set, deleteValue, enumValue, enumKey, info;
+    };
+    const Case cases[] = {
+        {reg::kQueryValue, 0, 5, 5, 0, 5, 0},
+        {reg::kRead, 0, 5, 5, 0, 0, 0},
+        {reg::kWrite, 5, 0, 0, 5, 5, 0},
+        {reg::kAllAccess, 0, 0, 0, 0, 0, 0},
+    };
+    for (const Case& c : cases) {
+        RegHandle h = 0;
+        ASSERT_EQ(registry.RegOpenKeyExA(Root(), kScratchKey, 0, c.access, &h), reg::kSuccess);
+        char name[16];
+        std::uint32_t length = sizeof name, count = 0;
+        EXPECT_EQ(registry.RegQueryValueExA(h, "v", nullptr, nullptr, nullptr), c.query) << c.access;
+        EXPECT_EQ(registry.RegEnumValueA(h, 0, name, &length, nullptr, nullptr, nullptr), c.enumValue) << c.access;
+        length = sizeof name;
+        EXPECT_EQ(registry.RegEnumKeyExA(h, 0, name, &length), c.enumKey) << c.access;
+        EXPECT_EQ(registry.RegQueryInfoKeyA(h, &count, &count), c.info) << c.access;
+        EXPECT_EQ(registry.RegSetValueExA(h, "w", reg::kSz, Bytes(std::string("y")), 1), c.set) << c.access;
+        EXPECT_EQ(registry.RegDeleteValueA(h, "w"), c.deleteValue) << c.access;
+        EXPECT_EQ(registry.RegCloseKey(h), reg::kSuccess);
+    }
+}
+
+TEST_P(RegistryConformance, DeletingKeys) {
+    const RegHandle key = Create();
+    Create("Parent\\Child");
+    EXPECT_EQ(registry.RegDeleteKeyA(key, "Parent"), reg::kAccessDenied);
+    RegHandle h = 0;
+    EXPECT_EQ(registry.RegOpenKeyExA(key, "Parent", 0, reg::kRead, &h), reg::kSuccess);
+    EXPECT_EQ(registry.RegCloseKey(h), reg::kSuccess);
+    EXPECT_EQ(registry.RegDeleteKeyA(key, "Missing"), reg::kFileNotFound);
+    EXPECT_EQ(registry.RegDeleteKeyA(key, "PARENT\\child"), reg::kSuccess);
+    EXPECT_EQ(registry.RegOpenKeyExA(key, "Parent\\Child", 0, reg::kRead, &h), reg::kFileNotFound);
+    // A key deletes itself through its own handle; the handle then only closes.
+    ASSERT_EQ(registry.RegOpenKeyExA(key, "Parent", 0, reg::kAllAccess, &h), reg::kSuccess);
+    EXPECT_EQ(registry.RegDeleteKeyA(h, ""), reg::kSuccess);
+    std::uint32_t count = 0;
+    EXPECT_EQ(registry.RegQueryInfoKeyA(h, &count, &count), 1018);
+    EXPECT_EQ(registry.RegSetValueExA(h, "v", reg::kSz, Bytes(std::string("x")), 1), 1018);
+    EXPECT_EQ(registry.RegCloseKey(h), reg::kSuccess);
+    EXPECT_EQ(registry.RegOpenKeyExA(key, "Parent", 0, reg::kRead, &h), reg::kFileNotFound);
+    // A root cannot be deleted.
+    EXPECT_EQ(registry.RegDeleteKeyA(Root(), ""), reg::kAccessDenied);
+    EXPECT_EQ(registry.RegDeleteKeyA(key, nullptr), reg::kInvalidParameter);
+}
+
+TEST_P(RegistryConformance, DeletingValues) {
+    const RegHandle key = Create();
+    Set(key, "Name", reg::kSz, "x");
+    Set(key, nullptr, reg::kSz, "default");
+    EXPECT_EQ(registry.RegDeleteValueA(key, "missing"), reg::kFileNotFound);
+    EXPECT_EQ(registry.RegDeleteValueA(key, "NAME"), reg::kSuccess);
+    EXPECT_EQ(registry.RegDeleteValueA(key, "Name"), reg::kFileNotFound);
+    EXPECT_EQ(registry.RegDeleteValueA(key, ""), reg::kSuccess);
+    EXPECT_EQ(registry.RegDeleteValueA(key, nullptr), reg::kFileNotFound);
+}
+
+TEST_P(RegistryConformance, StoredLengthOfWrittenData) {
+    const RegHandle key = Create();
+    using namespace std::string_literals;
+    struct Case {
+        const char* name;
+        std::uint32_t type;
+        std::string data;  // what follows the counted bytes matters for strings
+        std::uint32_t count;
+        std::string stored;
+    };
+    const Case cases[] = {
+        // The NUL the count leaves out is counted when it follows the text.
+        {"sz", reg::kSz, "abc"s, 3, "abc\0"s},
+        {"sz with nul", reg::kSz, "abc\0"s, 4, "abc\0"s},
+        {"sz unterminated", reg::kSz, "abcz"s, 3, "abc"s},
+        {"sz ending in nul", reg::kSz, "ab\0\0"s, 3, "ab\0"s},
+        {"sz empty", reg::kSz, ""s, 0, ""s},
+        {"expand", reg::kExpandSz, "%windir%"s, 8, "%windir%\0"s},
+        {"multi", reg::kMultiSz, "a\0b\0"s, 3, "a\0b\0"s},
+        {"binary", reg::kBinary, "abc"s, 3, "abc"s},
+        {"dword", reg::kDword, "\x04\x03\x02\x01"s, 4, "\x04\x03\x02\x01"s},
+    };
+    for (const Case& c : cases) {
+        Set(key, c.name, c.type, c.data, c.count);
+        std::uint32_t type = 0;
+        EXPECT_EQ(Query(key, c.name, &type), c.stored) << c.name;
+        EXPECT_EQ(type, c.type) << c.name;
+    }
+}
+
+TEST_P(RegistryConformance, QueryingIntoBuffers) {
+    const RegHandle key = Create();
+    using namespace std::string_literals;
+    Set(key, "abc", reg::kSz, "abc");
+    Set(key, "unterminated", reg::kSz, "abcz"s, 3);
+    struct Case {
+        const char* name;
+        std::uint32_t type;
+        std::size_t size;      // bytes stored, a string's NUL included
+        std::uint32_t buffer;  // bytes offered
+        std::int32_t rc;
+    };
+    const Case cases[] = {
+        {"bin 255", reg::kBinary, 255, 255, 0},     {"bin 256", reg::kBinary, 256, 255, 234},
+        {"bin 1024", reg::kBinary, 1024, 1024, 0},  {"bin 1025", reg::kBinary, 1025, 1024, 234},
+        {"sz 255", reg::kSz, 255, 255, 0},          {"sz 256", reg::kSz, 256, 255, 234},
+        {"sz 1024", reg::kSz, 1024, 1024, 0},       {"sz 1025", reg::kSz, 1025, 1024, 234},
+    };
+    for (const Case& c : cases) {
+        const std::size_t text = c.type == reg::kSz ? c.size - 1 : c.size;
+        Set(key, c.name, c.type, std::string(text, 'd'));
+        std::string buffer(c.buffer + 1, '#');
+        std::uint32_t length = c.buffer, type = 0;
+        EXPECT_EQ(registry.RegQueryValueExA(key, c.name, &type, Bytes(buffer), &length), c.rc) << c.name;
+        // The length is the size of the value, also when it did not fit; then nothing is written.
+        EXPECT_EQ(length, c.size) << c.name;
+        EXPECT_EQ(type, c.type) << c.name;
+        std::string expected = c.rc ? std::string(c.buffer, '#') : std::string(text, 'd') + std::string(c.size - text, '\0');
+        expected.resize(c.buffer + 1, '#');
+        EXPECT_EQ(buffer, expected) << c.name;
+    }
+
+    // A null buffer asks for the size; a missing value reports type 0 and keeps the length.
+    std::uint32_t length = 1, type = 9;
+    EXPECT_EQ(registry.RegQueryValueExA(key, "abc", &type, nullptr, &length), reg::kSuccess);
+    EXPECT_EQ(length, 4u);
+    EXPECT_EQ(registry.RegQueryValueExA(key, "abc", nullptr, nullptr, nullptr), reg::kSuccess);
+    std::string buffer(8, '#');
+    length = 8;
+    EXPECT_EQ(registry.RegQueryValueExA(key, "missing", &type, Bytes(buffer), &length), reg::kFileNotFound);
+    EXPECT_EQ(type, reg::kNone);
+    EXPECT_EQ(length, 8u);
+    // A string stored without its NUL gets one written behind it where there is room, not counted.
+    EXPECT_EQ(registry.RegQueryValueExA(key, "unterminated", nullptr, Bytes(buffer), &length), reg::kSuccess);
+    EXPECT_EQ(length, 3u);
+    EXPECT_EQ(buffer, "abc\0####"s);
+}
+
+TEST_P(RegistryConformance, DefaultValueHasTheEmptyName) {
+    const RegHandle key = Create();
+    Set(key, nullptr, reg::kSz, "first");
+    Set(key, "", reg::kSz, "second");
+    EXPECT_EQ(Query(key, nullptr), std::string("second", 7));
+    EXPECT_EQ(Query(key, ""), std::string("second", 7));
+    std::string name(261, ' ');
+    std::uint32_t length = 261, type = 0;
+    ASSERT_EQ(registry.RegEnumValueA(key, 0, name.data(), &length, &type, nullptr, nullptr), reg::kSuccess);
+    EXPECT_EQ(length, 0u);
+    EXPECT_EQ(name, std::string(1, '\0') + std::string(260, ' '));
+}
+
+TEST_P(RegistryConformance, NamesIgnoreCaseAndKeepTheFirstSpelling) {
+    const RegHandle key = Create();
+    Create("Foo");
+    Create("FOO\\Bar");
+    Set(key, "Val", reg::kSz, "1");
+    Set(key, "VAL", reg::kSz, "2");
+    std::uint32_t subKeys = 0, values = 0;
+    ASSERT_EQ(registry.RegQueryInfoKeyA(key, &subKeys, &values), reg::kSuccess);
+    EXPECT_EQ(subKeys, 1u);
+    EXPECT_EQ(values, 1u);
+    char name[32], data[8];
+    std::uint32_t length = sizeof name, size = sizeof data;
+    ASSERT_EQ(registry.RegEnumKeyExA(key, 0, name, &length), reg::kSuccess);
+    EXPECT_EQ(std::string(name, length), "Foo");
+    length = sizeof name;
+    ASSERT_EQ(registry.RegEnumValueA(key, 0, name, &length, nullptr, reinterpret_cast<std::uint8_t*>(data), &size),
+              reg::kSuccess);
+    EXPECT_EQ(std::string(name, length), "Val");
+    EXPECT_EQ(std::string(data, size), std::string("2", 2));
+}
+
+// One value per key, so that order plays no part.
+TEST_P(RegistryConformance, EnumeratingValuesIntoFixedBuffers) {
+    struct Case {
+        std::size_t name, data;          // lengths of the value's name and binary data
+        std::uint32_t nameBuffer, dataBuffer;
+        std::int32_t rc;
+    };
+    const Case cases[] = {
+        {255, 10, 261, 255, 0},   {256, 10, 261, 255, 0},    {260, 10, 261, 255, 0},
+        {261, 10, 261, 255, 234}, {254, 10, 255, 255, 0},    {255, 10, 255, 255, 234},
+        {256, 10, 255, 255, 234}, {5, 255, 261, 255, 0},     {5, 256, 261, 255, 234},
+        {261, 256, 261, 255, 234}, {5, 1024, 261, 1024, 0},  {5, 1025, 261, 1024, 234},
+    };
+    int n = 0;
+    for (const Case& c : cases) {
+        const std::string label = std::to_string(c.name) + "/" + std::to_string(c.data) + " into " +
+                                  std::to_string(c.nameBuffer) + "/" + std::to_string(c.dataBuffer);
+        const RegHandle key = Create("Case" + std::to_string(n++));
+        Set(key, std::string(c.name, 'n').c_str(), reg::kBinary, std::string(c.data, 'd'));
+        std::string name(c.nameBuffer, ' '), data(c.dataBuffer + 1, '#');
+        std::uint32_t nameLength = c.nameBuffer, dataLength = c.dataBuffer, type = 0;
+        EXPECT_EQ(registry.RegEnumValueA(key, 0, name.data(), &nameLength, &type, Bytes(data), &dataLength), c.rc)
+            << label;
+        EXPECT_EQ(type, reg::kBinary) << label;
+        EXPECT_EQ(dataLength, c.data) << label;
+        // Data that doesn't fit stops everything: neither buffer is touched.
+        const bool dataFits = c.data <= c.dataBuffer;
+        std::string expectedData = dataFits ? std::string(c.data, 'd') : "";
+        expectedData.resize(c.dataBuffer + 1, '#');
+        EXPECT_EQ(data, expectedData) << label;
+        // A name too long is cut to fill the buffer with its NUL; its length stays.
+        const bool nameFits = c.name < c.nameBuffer;
+        std::string expectedName;
+        if (dataFits) expectedName = std::string(nameFits ? c.name : c.nameBuffer - 1, 'n') + '\0';
+        expectedName.resize(c.nameBuffer, ' ');
+        EXPECT_EQ(name, expectedName) << label;
+        EXPECT_EQ(nameLength, dataFits && nameFits ? c.name : c.nameBuffer) << label;
+    }
+}
+
+TEST_P(RegistryConformance, EnumeratingKeysIntoFixedBuffers) {
+    struct Case {
+        std::size_t name;
+        std::uint32_t buffer;
+        std::int32_t rc;
+    };
+    // The buffer must hold the NUL too; a name that doesn't fit leaves buffer and length alone.
+    const Case cases[] = {{254, 255, 0}, {255, 255, 234}, {255, 256, 0}, {256, 256, 234}, {256, 261, 0}};
+    int n = 0;
+    for (const Case& c : cases) {
+        const std::string parent = "Case" + std::to_string(n++);
+        const RegHandle key = Create(parent);
+        CreateUnder(key, std::string(c.name, 'k'));
+        std::string name(c.buffer, ' ');
+        std::uint32_t length = c.buffer;
+        EXPECT_EQ(registry.RegEnumKeyExA(key, 0, name.data(), &length), c.rc) << c.name << " into " << c.buffer;
+        std::string expected = c.rc ? "" : std::string(c.name, 'k') + '\0';
+        expected.resize(c.buffer, ' ');
+        EXPECT_EQ(name, expected) << c.name << " into " << c.buffer;
+        EXPECT_EQ(length, c.rc ? c.buffer : c.name) << c.name << " into " << c.buffer;
+        length = c.buffer;
+        EXPECT_EQ(registry.RegEnumKeyExA(key, 1, name.data(), &length), reg::kNoMoreItems);
+    }
+}
+
+TEST_P(RegistryConformance, EnumeratingAKeyOfMixedTypes) {
+    using namespace std::string_literals;
+    const RegHandle key = Create();
+    Set(key, "Text", reg::kSz, "C:\\a.exe");
+    Set(key, "Expand", reg::kExpandSz, "%windir%\\b.exe");
+    Set(key, "Binary", reg::kBinary, "\x01\x00\x02"s);
+    Set(key, "Number", reg::kDword, "\x2a\x00\x00\x00"s);
+    Set(key, "Multi", reg::kMultiSz, "x\0y\0\0"s);
+    Set(key, "", reg::kSz, "default");
+    std::map<std::string, std::pair<std::uint32_t, std::string>> seen;
+    std::uint32_t index = 0;
+    for (;; ++index) {
+        std::string name(261, ' '), data(255, '#');
+        std::uint32_t nameLength = 261, dataLength = 255, type = 0;
+        const std::int32_t rc = registry.RegEnumValueA(key, index, name.data(), &nameLength, &type, Bytes(data), &dataLength);
+        if (rc == reg::kNoMoreItems) break;
+        ASSERT_EQ(rc, reg::kSuccess);
+        seen[name.substr(0, nameLength)] = {type, data.substr(0, dataLength)};
+    }
+    EXPECT_EQ(index, 6u);
+    const std::map<std::string, std::pair<std::uint32_t, std::string>> expected = {
+        {"Text", {reg::kSz, "C:\\a.exe\0"s}},
+        {"Expand", {reg::kExpandSz, "%windir%\\b.exe\0"s}},
+        {"Binary", {reg::kBinary, "\x01\x00\x02"s}},
+        {"Number", {reg::kDword, "\x2a\x00\x00\x00"s}},
+        {"Multi", {reg::kMultiSz, "x\0y\0\0"s}},
+        {"", {reg::kSz, "default\0"s}},
+    };
+    EXPECT_EQ(seen, expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Roots, RegistryConformance, ::testing::Values(reg::kCurrentUser, reg::kLocalMachine),
+                         [](const auto& info) { return info.param == reg::kCurrentUser ? "HKCU" : "HKLM"; });
+
+}  // namespace
+}  // namespace tessmark::testing
