@@ -1,8 +1,8 @@
 #pragma once
 // The path-addressed registry layer: every operation takes one text path that
 // begins with a root name, long ("HKEY_LOCAL_MACHINE\...") or short ("HKLM\..."),
-// and opens and closes its key by itself. Values are read through buffers of 255
-// bytes. Failures are result values, never errors or messages.
+// and opens and closes its key by itself. Texts, names and enumerated data go
+// through buffers of 255 bytes. Failures are result values, never messages.
 #include <array>
 #include <cstdint>
 #include <string>

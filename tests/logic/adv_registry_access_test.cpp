@@ -25,11 +25,7 @@ namespace {
 const string kScratch = machines::kScratchKey;
 const string kUserPath = "HKEY_CURRENT_USER\\" + kScratch;
 
-struct RawValue {
-    std::uint32_t type;
-    string data;
-    bool operator==(const RawValue&) const = default;
-};
+using RawValue = std::pair<std::uint32_t, string>;  // type and data
 
 class AdvRegistryAccessTest : public ::testing::Test {
 protected:
@@ -65,11 +61,11 @@ protected:
             return std::nullopt;
         RawValue value{0, string(1024, '\0')};
         std::uint32_t length = 1024;
-        std::int32_t code = port.RegQueryValueExA(key, name.c_str(), &value.type,
-                                                  reinterpret_cast<std::uint8_t*>(value.data.data()), &length);
+        std::int32_t code = port.RegQueryValueExA(key, name.c_str(), &value.first,
+                                                  reinterpret_cast<std::uint8_t*>(value.second.data()), &length);
         port.RegCloseKey(key);
         if (code != 0) return std::nullopt;
-        value.data.resize(length);
+        value.second.resize(length);
         return value;
     }
 
