@@ -1,0 +1,90 @@
+#include "discovery/RunKeys.h"
+
+#include <stdexcept>
+
+#include "frame/catalogue.h"
+#include "registry/regenum.h"
+#include "vb/vb.h"
+
+namespace tessmark::discovery {
+
+using platform::RegHandle;
+using vb::Resume;
+
+namespace {
+
+struct RunVariant {
+    std::string_view allUsersSection;
+    std::string_view currentUserSection;
+    bool reducesEnabledPath;  // only the Run key shows the reduced path
+};
+
+constexpr RunVariant kRun{frame::section::kAllRun, frame::section::kCurrRun, true};
+constexpr RunVariant kRunOnce{frame::section::kAllRunOnce, frame::section::kCurrRunOnce, false};
+constexpr RunVariant kRunServices{frame::section::kAllRunServices, frame::section::kCurrRunServices, false};
+constexpr RunVariant kRunServiceOnce{frame::section::kAllRunServicesOnce, frame::section::kCurrRunServicesOnce, false};
+
+// Keys and tags as the catalogue files them: the Run subkey alone ends with a
+// backslash, RunServiceOnce is singular while its sections say
+// RunServicesOnce, and the current user's two service keys share tag 23.
+const frame::ItemSection& Catalogued(std::string_view section) {
+    for (const auto& entry : frame::kItemSections)
+        if (entry.path == section) return entry;
+    throw std::logic_error("uncatalogued section");
+}
+
+// The all-users key is opened first, also for the current user, and closed at once.
+RegHandle OpenForHive(ScanContext& form, const char* subKey, bool currentUser) {
+    auto& registry = form.ports.registry;
+    RegHandle key = 0;
+    Resume([&] { key = registry::OpenRegKey(registry, platform::reg::kLocalMachine, subKey); });
+    if (currentUser) {
+        Resume([&] { registry.RegCloseKey(key); });
+        Resume([&] { key = registry::OpenRegKey(registry, platform::reg::kCurrentUser, subKey); });
+    }
+    return key;
+}
+
+void ScanKey(ScanContext& form, const RunVariant& variant, bool currentUser, bool enabled) {
+    auto& registry = form.ports.registry;
+    const std::string section(currentUser ? variant.currentUserSection : variant.allUsersSection);
+    const frame::ItemSection& entry = Catalogued(section);
+    const std::string subKey((enabled ? entry.enabled : entry.disabled).subKey);
+    RegHandle key = OpenForHive(form, subKey.c_str(), currentUser);
+    long count = 0;
+    Resume([&] { count = registry::CountRegEntries(registry, key, 0); });
+    for (long i = 0; i <= count - 1; ++i) {
+        ItemRow* row = nullptr;
+        std::string name, data, reduced;
+        Resume([&] { row = &form.ListView1.Add(); });
+        if (row == nullptr) continue;
+        Resume([&] { row->Text = registry::EnumRegValueName(registry, key, i); });
+        Resume([&] { name = registry::EnumRegValueName(registry, key, i); });
+        Resume([&] { data = registry::QueryRegValue(registry, key, name); });
+        // The path column takes the raw data before the reduction rewrites it,
+        // except for the enabled rows of the Run key.
+        bool showReduced = enabled && variant.reducesEnabledPath;
+        if (!showReduced) Resume([&] { row->SubItems(1) = data; });
+        Resume([&] { reduced = GetExeName(data, form.folders); });
+        if (showReduced) Resume([&] { row->SubItems(1) = reduced; });
+        Resume([&] { row->SubItems(2) = enabled ? "Yes" : "No"; });
+        Resume([&] { row->SubItems(3) = section; });
+        Resume([&] { row->SmallIcon = form.RowIcon(reduced); });
+        Resume([&] { row->Tag = static_cast<long>(entry.tag.number()); });
+    }
+    Resume([&] { registry.RegCloseKey(key); });
+}
+
+void AddRunKey(ScanContext& form, const RunVariant& variant, bool currentUser) {
+    ScanKey(form, variant, currentUser, true);
+    ScanKey(form, variant, currentUser, false);
+}
+
+}  // namespace
+
+void AddRun(ScanContext& form, bool currentUser) { AddRunKey(form, kRun, currentUser); }
+void AddRunOnce(ScanContext& form, bool currentUser) { AddRunKey(form, kRunOnce, currentUser); }
+void AddRunServices(ScanContext& form, bool currentUser) { AddRunKey(form, kRunServices, currentUser); }
+void AddRunServiceOnce(ScanContext& form, bool currentUser) { AddRunKey(form, kRunServiceOnce, currentUser); }
+
+}  // namespace tessmark::discovery

@@ -1,0 +1,66 @@
+#pragma once
+// A main form's worth of list state on a test machine, for driving scanners,
+// with helpers to seed registry values and read rows back as the user sees them.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "discovery/ScanContext.h"
+#include "machine.h"
+
+namespace tessmark::testing {
+
+struct RowView {
+    std::string text, path, flag, section, tag;
+    bool operator==(const RowView&) const = default;
+};
+
+inline void PrintTo(const RowView& row, std::ostream* out) {
+    *out << "{" << row.text << " | " << row.path << " | " << row.flag << " | " << row.section << " | " << row.tag << "}";
+}
+
+// Text as the list shows it: up to the first NUL.
+inline std::string Shown(const std::string& text) { return text.substr(0, text.find('\0')); }
+
+class ScanFixture : public ::testing::Test {
+public:
+    std::unique_ptr<TestMachine> machine = MakeTestMachine();
+    discovery::SystemFolders folders{machine->Files().Environ("windir"), machine->Files().Environ("ProgramFiles")};
+    discovery::ItemList list;
+    discovery::ImageStore images;
+    discovery::PictureBox picture;
+    platform::ShFileInfo record{};
+    storage::IniFile ini{machine->Files()};
+    bool timer1Enabled = false;
+    discovery::ScanContext form{machine->Ports(), folders, list, images, picture, record, ini, timer1Enabled};
+
+    static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
+    static constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
+
+    // Seeds a REG_SZ value with its terminating NUL, as a setup program stores it.
+    void SetString(platform::RegHandle root, const std::string& key, const std::string& name,
+                   const std::string& value) {
+        auto& registry = machine->Registry();
+        platform::RegHandle handle = 0;
+        ASSERT_EQ(registry.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
+        ASSERT_EQ(registry.RegSetValueExA(handle, name.c_str(), platform::reg::kSz,
+                                          reinterpret_cast<const std::uint8_t*>(value.c_str()),
+                                          static_cast<std::uint32_t>(value.size() + 1)),
+                  0);
+        registry.RegCloseKey(handle);
+    }
+
+    std::vector<RowView> Rows() {
+        std::vector<RowView> rows;
+        for (const auto& row : list.Rows()) {
+            std::string tag;
+            if (auto* n = std::get_if<long>(&row->Tag)) tag = std::to_string(*n);
+            if (auto* t = std::get_if<std::string>(&row->Tag)) tag = "\"" + *t + "\"";
+            rows.push_back({Shown(row->Text), Shown(row->SubItems(1)), row->SubItems(2), row->SubItems(3), tag});
+        }
+        return rows;
+    }
+};
+
+}  // namespace tessmark::testing
