@@ -1,6 +1,7 @@
 #pragma once
 // A whole machine for one test: in memory for the native tier, the real Wine
 // prefix for the Wine tier. Suites written against TestMachine run on both.
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -25,6 +26,10 @@ public:
 
     // A folder that exists and is empty when the test starts ("C:\tessmark-test").
     virtual std::string ScratchFolder() = 0;
+    // Sets attribute bits (read-only, hidden, system) of a file beside those it has.
+    virtual void AddFileAttributes(const std::string& path, std::uint32_t attributes) = 0;
+    // A program file that carries the version resource of version_fixture.h.
+    virtual std::string VersionedFile() = 0;
 
 private:
     platform::memory::RecordingUi ui_;

@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <filesystem>
 
 #include "machine.h"
@@ -18,11 +19,24 @@ public:
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
     std::string ScratchFolder() override {
+        namespace fs = std::filesystem;
         std::error_code ignored;
-        std::filesystem::remove_all("C:\\tessmark-test", ignored);
+        // Read-only files are not deleted; writable, they are.
+        for (fs::recursive_directory_iterator it("C:\\tessmark-test", ignored), end; it != end; it.increment(ignored))
+            fs::permissions(it->path(), fs::perms::owner_write, fs::perm_options::add, ignored);
+        fs::remove_all("C:\\tessmark-test", ignored);
         std::filesystem::create_directory("C:\\tessmark-test", ignored);
         return "C:\\tessmark-test";
     }
+    // Through the platform's own attrib command, one bit a call: Wine's takes only
+    // the last of several.
+    void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
+        const std::pair<std::uint32_t, const char*> switches[] = {
+            {platform::kAttrReadOnly, "+r"}, {platform::kAttrHidden, "+h"}, {platform::kAttrSystem, "+s"}};
+        for (const auto& [bit, flag] : switches)
+            if (attributes & bit) std::system(("attrib " + std::string(flag) + " \"" + path + "\" >nul").c_str());
+    }
+    std::string VersionedFile() override { return _pgmptr; }
 
 private:
     platform::win32::Win32Registry registry_;

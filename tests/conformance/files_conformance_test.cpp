@@ -1,0 +1,317 @@
+// What the program relies on from the file system: walks and their patterns,
+// attributes, full path names, folder and file making, and the environment.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <set>
+
+#include "machine.h"
+
+namespace tessmark::testing {
+namespace {
+
+using platform::FindData;
+using platform::kAttrDirectory;
+using platform::kAttrHidden;
+using platform::kAttrReadOnly;
+using platform::kAttrSystem;
+using platform::kInvalidFileAttributes;
+using platform::kInvalidFindHandle;
+
+class FilesConformance : public ::testing::Test {
+protected:
+    std::unique_ptr<TestMachine> machine = MakeTestMachine();
+    platform::FilesPort& files = machine->Files();
+    const std::string scratch = machine->ScratchFolder();
+
+    std::string In(const std::string& name) const { return scratch + "\\" + name; }
+
+    void Put(const std::string& name, const std::string& contents = "x") {
+        ASSERT_TRUE(files.WriteWholeFile(In(name), contents)) << name;
+    }
+
+    // Every entry a walk gives, by name; the order is not the program's concern.
+    std::map<std::string, FindData> Walk(const std::string& pattern) {
+        std::map<std::string, FindData> entries;
+        FindData data;
+        const platform::FindHandle handle = files.FindFirstFileA(pattern.c_str(), &data);
+        if (handle == kInvalidFindHandle) return entries;
+        do {
+            EXPECT_TRUE(entries.emplace(data.fileName, data).second) << "twice: " << data.fileName;
+        } while (files.FindNextFileA(handle, &data));
+        EXPECT_NE(files.FindClose(handle), 0);
+        return entries;
+    }
+
+    std::set<std::string> Names(const std::string& pattern) {
+        std::set<std::string> names;
+        for (const auto& [name, data] : Walk(pattern)) names.insert(name);
+        return names;
+    }
+
+    std::string FullPath(const std::string& path) {
+        char buffer[261];
+        const std::uint32_t length = files.GetFullPathNameA(path.c_str(), sizeof buffer, buffer);
+        return length > 0 && length < sizeof buffer ? std::string(buffer, length) : "<failed>";
+    }
+};
+
+TEST_F(FilesConformance, WalkGivesEveryEntryOnceWithDotsAttributesAndSizes) {
+    Put("a.txt", "1");
+    Put("noext", "12345");
+    ASSERT_TRUE(files.MkDir(In("Sub")));
+
+    const auto entries = Walk(In("*"));
+
+    ASSERT_EQ(Names(In("*")), (std::set<std::string>{".", "..", "a.txt", "noext", "Sub"}));
+    for (const char* folder : {".", "..", "Sub"}) EXPECT_TRUE(entries.at(folder).attributes & kAttrDirectory) << folder;
+    EXPECT_FALSE(entries.at("a.txt").attributes & kAttrDirectory);
+    EXPECT_EQ(entries.at("a.txt").sizeLow, 1u);
+    EXPECT_EQ(entries.at("noext").sizeLow, 5u);
+    EXPECT_EQ(entries.at("noext").sizeHigh, 0u);
+}
+
+TEST_F(FilesConformance, PatternsMatchNamesWithoutRegardToCase) {
+    for (const char* name : {"a.txt", "ab.txt", "abc.txt", "File.TXT", "noext", "Long Name.text", "x.lnk"}) Put(name);
+    ASSERT_TRUE(files.MkDir(In("Sub")));
+    const std::set<std::string> all = {".", "..", "a.txt", "ab.txt", "abc.txt", "File.TXT",
+                                       "noext", "Long Name.text", "x.lnk", "Sub"};
+    const std::set<std::string> txt = {"a.txt", "ab.txt", "abc.txt", "File.TXT"};
+
+    const std::pair<const char*, std::set<std::string>> cases[] = {
+        {"*", all},
+        {"*.*", all},
+        {"*.txt", txt},
+        {"*.TXT", txt},
+        {"?.txt", {"a.txt"}},
+        {"a?.txt", {"ab.txt"}},
+        {"A*", {"a.txt", "ab.txt", "abc.txt"}},
+        {"file.txt", {"File.TXT"}},
+        {"a.txt.", {"a.txt"}},
+        {"*.t*", {"a.txt", "ab.txt", "abc.txt", "File.TXT", "Long Name.text"}},
+        {"noext.*", {"noext"}},
+        {"n*.*", {"noext"}},
+        {"*.lnk", {"x.lnk"}},
+        {"sub", {"Sub"}},
+        {"*.tx", {}},
+        {"zz*", {}},
+    };
+    for (const auto& [pattern, expected] : cases) EXPECT_EQ(Names(In(pattern)), expected) << pattern;
+}
+
+TEST_F(FilesConformance, FindFailsWhenNothingMatchesOrTheFolderIsMissing) {
+    Put("a.txt");
+    for (const std::string& pattern : {In("zz.txt"), In("missing\\*"), scratch + "\\"}) {
+        FindData data;
+        EXPECT_EQ(files.FindFirstFileA(pattern.c_str(), &data), kInvalidFindHandle) << pattern;
+    }
+}
+
+TEST_F(FilesConformance, DriveRootHasNoDotEntries) {
+    const auto names = Names("C:\\*");
+    EXPECT_FALSE(names.count("."));
+    EXPECT_FALSE(names.count(".."));
+    EXPECT_TRUE(names.count("windows"));
+    EXPECT_TRUE(names.count("Program Files"));
+}
+
+TEST_F(FilesConformance, FolderPathWithoutPatternFindsTheFolderItself) {
+    const auto entries = Walk(scratch);
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries.begin()->first, "tessmark-test");
+    EXPECT_TRUE(entries.begin()->second.attributes & kAttrDirectory);
+}
+
+TEST_F(FilesConformance, FindNextKeepsSayingNoAfterTheLastEntry) {
+    Put("a.txt");
+    FindData data;
+    const platform::FindHandle handle = files.FindFirstFileA(In("a.txt").c_str(), &data);
+    ASSERT_NE(handle, kInvalidFindHandle);
+    EXPECT_STREQ(data.fileName, "a.txt");
+    EXPECT_EQ(files.FindNextFileA(handle, &data), 0);
+    EXPECT_EQ(files.FindNextFileA(handle, &data), 0);
+    EXPECT_NE(files.FindClose(handle), 0);
+}
+
+TEST_F(FilesConformance, AttributesTellFilesFromFoldersAndMissingPaths) {
+    Put("a.txt");
+    ASSERT_TRUE(files.MkDir(In("Sub")));
+    enum Kind { File, Folder, Missing };
+    const std::pair<std::string, Kind> cases[] = {
+        {In("a.txt"), File},           {In("A.TXT"), File},          {In("Sub\\..\\a.txt"), File},
+        {In("Sub"), Folder},           {In("Sub\\"), Folder},        {"C:\\", Folder},
+        {In("a.txt\\"), Missing},      {In("nope.txt"), Missing},    {"", Missing},
+        {In("a*.txt"), Missing},
+    };
+    for (const auto& [path, kind] : cases) {
+        const std::uint32_t attributes = files.GetFileAttributesA(path.c_str());
+        if (kind == Missing) {
+            EXPECT_EQ(attributes, kInvalidFileAttributes) << path;
+        } else {
+            ASSERT_NE(attributes, kInvalidFileAttributes) << path;
+            EXPECT_EQ((attributes & kAttrDirectory) != 0, kind == Folder) << path;
+        }
+    }
+}
+
+TEST_F(FilesConformance, HiddenAndSystemBitsShowInWalkAndAttributes) {
+    Put("plain.txt");
+    Put("secret.txt");
+    machine->AddFileAttributes(In("secret.txt"), kAttrHidden | kAttrSystem);
+
+    const auto entries = Walk(In("*.txt"));
+    EXPECT_EQ(entries.at("secret.txt").attributes & (kAttrHidden | kAttrSystem), kAttrHidden | kAttrSystem);
+    EXPECT_EQ(entries.at("plain.txt").attributes & (kAttrHidden | kAttrSystem), 0u);
+    EXPECT_EQ(files.GetFileAttributesA(In("secret.txt").c_str()) & (kAttrHidden | kAttrSystem),
+              kAttrHidden | kAttrSystem);
+}
+
+TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePaths) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"C:\\a\\..\\b", "C:\\b"},
+        {"C:\\a\\.\\b\\", "C:\\a\\b\\"},
+        {"C:\\a\\b\\..\\..\\..\\c", "C:\\c"},
+        {"C:\\a/b", "C:\\a\\b"},
+        {"C:\\a\\\\b", "C:\\a\\b"},
+        {"C:\\a\\b.", "C:\\a\\b"},
+        {"C:\\a\\b. .", "C:\\a\\b"},
+        {"C:\\a\\...", "C:\\a\\"},
+        {"c:\\Mixed\\Case", "c:\\Mixed\\Case"},
+        {"C:\\", "C:\\"},
+    };
+    for (const auto& [path, expected] : cases) EXPECT_EQ(FullPath(path), expected) << path;
+}
+
+TEST_F(FilesConformance, FullPathNameCompletesRelativePathsFromTheCurrentFolder) {
+    const std::string current = FullPath(".");
+    ASSERT_GT(current.size(), 3u) << "the current folder is expected below a drive's root";
+    ASSERT_EQ(current.substr(1, 2), ":\\");
+    EXPECT_EQ(FullPath("foo"), current + "\\foo");
+    EXPECT_EQ(FullPath(".\\foo\\..\\bar"), current + "\\bar");
+    EXPECT_EQ(FullPath(".."), current.substr(0, std::max<std::size_t>(current.rfind('\\'), 3)));
+    EXPECT_EQ(FullPath("\\foo"), current.substr(0, 2) + "\\foo");
+}
+
+TEST_F(FilesConformance, FullPathNameReportsTheSizeNeededWhenTheBufferIsShort) {
+    char buffer[8];
+    const struct {
+        std::uint32_t bufferLength;
+        std::uint32_t result;
+        bool written;
+    } cases[] = {{8, 4, true}, {5, 4, true}, {4, 5, false}, {1, 5, false}};
+    for (const auto& c : cases) {
+        std::memset(buffer, '#', sizeof buffer);
+        EXPECT_EQ(files.GetFullPathNameA("C:\\x", c.bufferLength, buffer), c.result) << c.bufferLength;
+        if (c.written)
+            EXPECT_STREQ(buffer, "C:\\x");
+        else
+            EXPECT_EQ(buffer[0], '#') << c.bufferLength;
+    }
+    EXPECT_EQ(files.GetFullPathNameA("C:\\x", 0, nullptr), 5u);
+    EXPECT_EQ(files.GetFullPathNameA("", sizeof buffer, buffer), 0u);
+}
+
+TEST_F(FilesConformance, FileAndFolderTestsEachAnswerForTheirOwnKind) {
+    Put("a.txt");
+    ASSERT_TRUE(files.MkDir(In("Sub")));
+    const struct {
+        std::string path;
+        bool file;
+        bool folder;
+    } cases[] = {
+        {In("a.txt"), true, false}, {In("A.Txt"), true, false}, {In("Sub"), false, true},
+        {In("sub\\"), false, true}, {In("a.txt\\"), false, false}, {In("none"), false, false},
+        {"", false, false},         {In("*.txt"), false, false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(files.FileExists(c.path), c.file) << c.path;
+        EXPECT_EQ(files.FolderExists(c.path), c.folder) << c.path;
+    }
+}
+
+TEST_F(FilesConformance, MkDirMakesOneNewFolderUnderAnExistingOne) {
+    Put("a.txt");
+    const std::pair<std::string, bool> cases[] = {
+        {In("New"), true},         {In("New"), false},         {In("new"), false},
+        {In("Deep\\Er"), false},   {In("a.txt"), false},       {In("Slash\\"), true},
+        {In("New\\Inner"), true},
+    };
+    for (const auto& [path, made] : cases) EXPECT_EQ(files.MkDir(path), made) << path;
+    for (const char* folder : {"New", "Slash", "New\\Inner"}) EXPECT_TRUE(files.FolderExists(In(folder))) << folder;
+    EXPECT_FALSE(files.FolderExists(In("Deep")));
+    EXPECT_TRUE(files.FileExists(In("a.txt")));
+}
+
+TEST_F(FilesConformance, KillDeletesOnlyWritableFiles) {
+    Put("a.txt");
+    Put("locked.txt");
+    machine->AddFileAttributes(In("locked.txt"), kAttrReadOnly);
+    ASSERT_TRUE(files.MkDir(In("Sub")));
+
+    EXPECT_TRUE(files.Kill(In("A.TXT")));
+    EXPECT_FALSE(files.FileExists(In("a.txt")));
+    EXPECT_FALSE(files.Kill(In("a.txt")));
+    EXPECT_FALSE(files.Kill(In("Sub")));
+    EXPECT_TRUE(files.FolderExists(In("Sub")));
+    EXPECT_FALSE(files.Kill(In("locked.txt")));
+    EXPECT_TRUE(files.FileExists(In("locked.txt")));
+}
+
+TEST_F(FilesConformance, WholeFileWritesReplaceAndReadBackEveryByte) {
+    const std::string binary("line one\r\n\0zero\xff\r\nend", 22);
+    std::string read;
+    ASSERT_TRUE(files.WriteWholeFile(In("data.bin"), binary));
+    ASSERT_TRUE(files.ReadWholeFile(In("data.bin"), &read));
+    EXPECT_EQ(read, binary);
+
+    ASSERT_TRUE(files.WriteWholeFile(In("DATA.BIN"), "short"));
+    ASSERT_TRUE(files.ReadWholeFile(In("data.bin"), &read));
+    EXPECT_EQ(read, "short");
+
+    ASSERT_TRUE(files.WriteWholeFile(In("empty"), ""));
+    ASSERT_TRUE(files.ReadWholeFile(In("empty"), &read));
+    EXPECT_EQ(read, "");
+
+    EXPECT_EQ(Names(In("*")), (std::set<std::string>{".", "..", "data.bin", "empty"})) << "nothing left beside";
+}
+
+TEST_F(FilesConformance, WholeFileAccessFailsForMissingFilesAndFolders) {
+    ASSERT_TRUE(files.MkDir(In("Sub")));
+    std::string read = "untouched";
+    EXPECT_FALSE(files.ReadWholeFile(In("none.txt"), &read));
+    EXPECT_FALSE(files.ReadWholeFile(In("Sub"), &read));
+    EXPECT_FALSE(files.WriteWholeFile(In("Missing\\a.txt"), "x"));
+    EXPECT_FALSE(files.WriteWholeFile(In("Sub"), "x"));
+    EXPECT_TRUE(files.FolderExists(In("Sub")));
+    EXPECT_FALSE(files.AppendToFile(In("Missing\\a.txt"), "x"));
+    EXPECT_FALSE(files.AppendToFile(In("Sub"), "x"));
+}
+
+TEST_F(FilesConformance, AppendMakesTheFileThenAddsToItsEnd) {
+    std::string read;
+    ASSERT_TRUE(files.AppendToFile(In("log.txt"), "first\r\n"));
+    ASSERT_TRUE(files.AppendToFile(In("log.txt"), "second\r\n"));
+    ASSERT_TRUE(files.ReadWholeFile(In("log.txt"), &read));
+    EXPECT_EQ(read, "first\r\nsecond\r\n");
+}
+
+TEST_F(FilesConformance, EnvironmentNamesIgnoreCase) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"windir", "C:\\windows"},
+        {"WINDIR", "C:\\windows"},
+        {"ProgramFiles", "C:\\Program Files"},
+        {"programfiles", "C:\\Program Files"},
+        {"TESSMARK_NO_SUCH_VARIABLE", ""},
+    };
+    for (const auto& [name, value] : cases) EXPECT_EQ(files.Environ(name), value) << name;
+
+    const std::string appData = files.Environ("appdata");
+    EXPECT_EQ(files.Environ("APPDATA"), appData);
+    EXPECT_EQ(appData.rfind("C:\\", 0), 0u) << appData;
+    EXPECT_TRUE(files.FolderExists(appData)) << appData;
+}
+
+}  // namespace
+}  // namespace tessmark::testing

@@ -1,0 +1,248 @@
+// What the program relies on from the shell: the Startup folders, shortcuts,
+// file names and icons, and version resources.
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "machine.h"
+#include "version_fixture.h"
+
+namespace tessmark::testing {
+namespace {
+
+constexpr std::uint32_t kIconFlags = 0x6602;       // as rows get their icons, large
+constexpr std::uint32_t kSmallIconFlags = 0x6603;  // and small
+constexpr const char* kProgram = "C:\\windows\\notepad.exe";
+
+std::string Lower(std::string text) {
+    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+class ShellConformance : public ::testing::Test {
+protected:
+    std::unique_ptr<TestMachine> machine = MakeTestMachine();
+    platform::ShellPort& shell = machine->Shell();
+    platform::FilesPort& files = machine->Files();
+    const std::string scratch = machine->ScratchFolder();
+
+    std::string In(const std::string& name) const { return scratch + "\\" + name; }
+
+    std::string Target(const std::string& lnkPath) {
+        std::string target = "<unread>";
+        return shell.ShortcutTarget(lnkPath, &target) ? target : "<error>";
+    }
+
+    std::string FullPath(const std::string& path) {
+        char buffer[261];
+        const std::uint32_t length = files.GetFullPathNameA(path.c_str(), sizeof buffer, buffer);
+        return std::string(buffer, length < sizeof buffer ? length : 0);
+    }
+};
+
+TEST_F(ShellConformance, BothStartupFoldersExist) {
+    char user[260] = {};
+    char common[260] = {};
+    ASSERT_EQ(shell.SpecialFolderPath(platform::kCsidlStartup, user), 0);
+    ASSERT_EQ(shell.SpecialFolderPath(platform::kCsidlCommonStartup, common), 0);
+
+    for (const std::string folder : {user, common}) {
+        EXPECT_TRUE(files.FolderExists(folder)) << folder;
+        EXPECT_EQ(Lower(folder.substr(folder.rfind('\\'))), "\\startup") << folder;
+    }
+    EXPECT_NE(Lower(user), Lower(common));
+    EXPECT_EQ(Lower(user).rfind(Lower(files.Environ("APPDATA")) + "\\", 0), 0u) << user;
+}
+
+TEST_F(ShellConformance, UnknownFolderNumberFailsAndLeavesTheBuffer) {
+    char path[260] = "unchanged";
+    EXPECT_NE(shell.SpecialFolderPath(-1, path), 0);
+    EXPECT_STREQ(path, "unchanged");
+}
+
+TEST_F(ShellConformance, SavedShortcutGivesItsTargetBack) {
+    const std::pair<const char*, std::string> cases[] = {
+        {"program.lnk", kProgram},
+        {"CAPITALS.LNK", kProgram},
+        {"gone.lnk", "C:\\nowhere\\gone.exe"},
+        {"folder.lnk", scratch},
+        {"with blanks.exe.lnk", "C:\\Program Files\\Some Vendor\\tool.exe"},
+        {"empty.lnk", ""},
+    };
+    for (const auto& [name, target] : cases) {
+        ASSERT_TRUE(shell.SaveShortcut(In(name), target, "tool.exe.exe,0", 1)) << name;
+        EXPECT_EQ(Target(In(name)), target) << name;
+    }
+}
+
+TEST_F(ShellConformance, RelativeTargetIsCompletedFromTheCurrentFolder) {
+    ASSERT_TRUE(shell.SaveShortcut(In("lost.lnk"), "File Not Found", "File Not Found.exe,0", 1));
+    EXPECT_EQ(Target(In("lost.lnk")), FullPath("File Not Found"));
+}
+
+TEST_F(ShellConformance, SavingAgainReplacesTheShortcut) {
+    ASSERT_TRUE(shell.SaveShortcut(In("a.lnk"), "C:\\first.exe", "first.exe.exe,0", 1));
+    ASSERT_TRUE(shell.SaveShortcut(In("a.lnk"), "C:\\second.exe", "second.exe.exe,0", 1));
+    EXPECT_EQ(Target(In("a.lnk")), "C:\\second.exe");
+}
+
+TEST_F(ShellConformance, SavingFailsWhereTheShortcutCannotBeMade) {
+    for (const std::string& path : {In("plain.txt"), In("web.url"), In("Missing\\a.lnk")}) {
+        EXPECT_FALSE(shell.SaveShortcut(path, kProgram, "notepad.exe.exe,0", 1)) << path;
+        EXPECT_FALSE(files.FileExists(path)) << path;
+    }
+}
+
+TEST_F(ShellConformance, ReadingATargetFailsForAnythingButAShortcut) {
+    ASSERT_TRUE(files.WriteWholeFile(In("garbage.lnk"), "this is no shortcut"));
+    ASSERT_TRUE(files.WriteWholeFile(In("plain.txt"), "text"));
+    ASSERT_TRUE(shell.SaveShortcut(In("real.lnk"), kProgram, "notepad.exe.exe,0", 1));
+    ASSERT_TRUE(files.WriteWholeFile(In("real.exe"), "MZ"));
+
+    const std::pair<std::string, std::string> cases[] = {
+        {In("not saved yet.lnk"), ""},
+        {In("garbage.lnk"), "<error>"},
+        {In("plain.txt"), "<error>"},
+        {In("missing.txt"), "<error>"},
+        {In("real.exe"), "<error>"},
+        {In("REAL.LNK"), kProgram},
+    };
+    for (const auto& [path, expected] : cases) EXPECT_EQ(Target(path), expected) << path;
+}
+
+TEST_F(ShellConformance, InternetShortcutGivesItsAddress) {
+    ASSERT_TRUE(files.WriteWholeFile(In("site.url"), "[InternetShortcut]\r\nURL=http://example.com/start\r\n"));
+    EXPECT_EQ(Target(In("site.url")), "http://example.com/start");
+}
+
+TEST_F(ShellConformance, FileInfoOfAnUnknownPathFailsAndLeavesTheRecord) {
+    platform::ShFileInfo info;
+    info.iIcon = 77;
+    std::strcpy(info.displayName, "previous");
+    std::strcpy(info.typeName, "kept");
+    for (const std::string& path : {In("missing.exe"), std::string("Error occured."), In("no\\such\\file.exe")}) {
+        for (std::uint32_t flags : {kIconFlags, kSmallIconFlags}) {
+            EXPECT_EQ(shell.SHGetFileInfoA(path.c_str(), 0, &info, flags), 0u) << path;
+            EXPECT_EQ(info.iIcon, 77) << path;
+            EXPECT_STREQ(info.displayName, "previous") << path;
+            EXPECT_STREQ(info.typeName, "kept") << path;
+        }
+    }
+}
+
+TEST_F(ShellConformance, FileInfoGivesTheShellsNameAndAnImageList) {
+    ASSERT_TRUE(files.WriteWholeFile(In("Mixed.TXT"), "text"));
+    ASSERT_TRUE(shell.SaveShortcut(In("editor.lnk"), kProgram, "notepad.exe.exe,0", 1));
+    const std::pair<std::string, const char*> cases[] = {
+        {kProgram, "notepad.exe"},
+        {Lower(In("Mixed.TXT")), "Mixed.TXT"},
+        {In("editor.lnk"), "editor"},
+        {scratch, "tessmark-test"},
+        {scratch + "\\", "tessmark-test"},
+    };
+    for (const auto& [path, shown] : cases) {
+        for (std::uint32_t flags : {kIconFlags, kSmallIconFlags}) {
+            platform::ShFileInfo info;
+            info.iIcon = -77;
+            EXPECT_NE(shell.SHGetFileInfoA(path.c_str(), 0, &info, flags), 0u) << path;
+            EXPECT_STREQ(info.displayName, shown) << path;
+            EXPECT_GE(info.iIcon, 0) << path;
+        }
+    }
+}
+
+TEST_F(ShellConformance, FileInfoTakesThePathAsItStands) {
+    ASSERT_TRUE(files.WriteWholeFile(In("a.txt"), "text"));
+    platform::ShFileInfo info;
+    for (const std::string& path : {In("..\\tessmark-test\\a.txt"), In(".\\a.txt"), std::string("C:/tessmark-test/a.txt")})
+        EXPECT_EQ(shell.SHGetFileInfoA(path.c_str(), 0, &info, kSmallIconFlags), 0u) << path;
+}
+
+class VersionConformance : public ShellConformance {
+protected:
+    const std::string file = machine->VersionedFile();
+    std::vector<std::uint8_t> block;
+
+    void SetUp() override {
+        ASSERT_GT(shell.GetFileVersionInfoSizeA(file.c_str()), 0u) << file;
+        ASSERT_TRUE(shell.GetFileVersionInfoA(file.c_str(), &block)) << file;
+    }
+
+    std::vector<std::uint32_t> Words(const char* subBlock) {
+        std::vector<std::uint8_t> value;
+        EXPECT_TRUE(shell.VerQueryValueA(block, subBlock, &value)) << subBlock;
+        std::vector<std::uint32_t> words(value.size() / 4);
+        std::memcpy(words.data(), value.data(), words.size() * 4);
+        return words;
+    }
+};
+
+TEST_F(VersionConformance, FixedRecordHoldsTheNumbersOfTheResource) {
+    using namespace fixture;
+    const std::vector<std::uint32_t> fixed = Words("\\");
+    ASSERT_EQ(fixed.size(), 13u);
+    EXPECT_EQ(fixed[0], 0xFEEF04BDu);
+    EXPECT_EQ(fixed[2], std::uint32_t(kFileVersion[0]) << 16 | kFileVersion[1]);
+    EXPECT_EQ(fixed[3], std::uint32_t(kFileVersion[2]) << 16 | kFileVersion[3]);
+    EXPECT_EQ(fixed[4], std::uint32_t(kProductVersion[0]) << 16 | kProductVersion[1]);
+    EXPECT_EQ(fixed[5], std::uint32_t(kProductVersion[2]) << 16 | kProductVersion[3]);
+    EXPECT_EQ(fixed[7], std::uint32_t(FIXTURE_FILE_FLAGS));
+    EXPECT_EQ(fixed[8], std::uint32_t(FIXTURE_FILE_OS));
+    EXPECT_EQ(fixed[9], std::uint32_t(FIXTURE_FILE_TYPE));
+}
+
+TEST_F(VersionConformance, TranslationTableListsLanguageAndCodePageInOrder) {
+    using namespace fixture;
+    EXPECT_EQ(Words("\\VarFileInfo\\Translation"),
+              (std::vector<std::uint32_t>{FIXTURE_CODE_PAGE << 16 | kGerman, FIXTURE_CODE_PAGE << 16 | kEnglish}));
+}
+
+TEST_F(VersionConformance, StringsAreFoundByTableAndKeyWithoutRegardToCase) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"\\StringFileInfo\\040904E4\\CompanyName", FIXTURE_COMPANY_NAME},
+        {"\\stringfileinfo\\040904e4\\companyname", FIXTURE_COMPANY_NAME},
+        {"\\StringFileInfo\\040904E4\\FileVersion", FIXTURE_FILE_VERSION_TEXT},
+        {"\\StringFileInfo\\040704E4\\FileDescription", FIXTURE_DESCRIPTION_GERMAN},
+        {"\\StringFileInfo\\040904E4\\FileDescription", FIXTURE_DESCRIPTION_ENGLISH},
+    };
+    for (const auto& [subBlock, text] : cases) {
+        std::vector<std::uint8_t> value;
+        ASSERT_TRUE(shell.VerQueryValueA(block, subBlock, &value)) << subBlock;
+        EXPECT_EQ(std::string(value.begin(), value.end()), std::string(text) + '\0') << subBlock;
+    }
+}
+
+TEST_F(VersionConformance, AbsentStringsAndTablesAreNotFound) {
+    for (const char* subBlock : {"\\StringFileInfo\\040704E4\\CompanyName", "\\StringFileInfo\\041104B0\\CompanyName",
+                                 "\\StringFileInfo\\040904E4\\Comments", "\\VarFileInfo\\Nothing"}) {
+        std::vector<std::uint8_t> value{1, 2, 3};
+        EXPECT_FALSE(shell.VerQueryValueA(block, subBlock, &value)) << subBlock;
+    }
+}
+
+TEST_F(ShellConformance, FilesWithoutVersionResourceHaveNoBlock) {
+    ASSERT_TRUE(files.WriteWholeFile(In("plain.exe"), "MZ"));
+    for (const std::string& path : {In("plain.exe"), In("missing.exe")}) {
+        std::vector<std::uint8_t> block;
+        EXPECT_EQ(shell.GetFileVersionInfoSizeA(path.c_str()), 0u) << path;
+        EXPECT_FALSE(shell.GetFileVersionInfoA(path.c_str(), &block)) << path;
+    }
+}
+
+TEST_F(ShellConformance, LanguageNamesCountTheirCharacters) {
+    const std::pair<std::uint32_t, const char*> cases[] = {{0x0409, "English"}, {0x0407, "German"}};
+    for (const auto& [language, name] : cases) {
+        char buffer[256];
+        std::memset(buffer, ' ', sizeof buffer);
+        EXPECT_EQ(shell.VerLanguageNameA(language, buffer, sizeof buffer), std::strlen(name)) << name;
+        EXPECT_STREQ(buffer, name);
+    }
+    char buffer[256];
+    EXPECT_EQ(shell.VerLanguageNameA(0x1234, buffer, sizeof buffer), 0u);
+}
+
+}  // namespace
+}  // namespace tessmark::testing
