@@ -71,20 +71,20 @@ std::string TextOf(HWND window) {
     return text;
 }
 
+BOOL CALLBACK CollectStaticText(HWND child, LPARAM texts) {
+    char cls[64] = {};
+    GetClassNameA(child, cls, sizeof cls);
+    if (lstrcmpiA(cls, "Static") == 0) {
+        std::string text = TextOf(child);
+        if (!text.empty()) reinterpret_cast<std::vector<std::string>*>(texts)->push_back(text);
+    }
+    return TRUE;
+}
+
+// The texts of a dialog's static controls; the icon's control has none.
 std::vector<std::string> StaticTexts(HWND dialog) {
     std::vector<std::string> texts;
-    EnumChildWindows(
-        dialog,
-        [](HWND child, LPARAM found) -> BOOL {
-            char cls[64] = {};
-            GetClassNameA(child, cls, sizeof cls);
-            if (lstrcmpiA(cls, "Static") == 0) {
-                std::string text = TextOf(child);
-                if (!text.empty()) reinterpret_cast<std::vector<std::string>*>(found)->push_back(text);
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&texts));
+    EnumChildWindows(dialog, CollectStaticText, reinterpret_cast<LPARAM>(&texts));
     return texts;
 }
 
