@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -120,15 +121,54 @@ TEST(Program, SecondStartIsTurnedAwayWhileTheFirstRunsOnUntilClosed) {
     EXPECT_EQ(code, 0u);
 }
 
-TEST(Program, ClosedProgramLeavesTheWayFreeForTheNextStart) {
-    for (int start = 1; start <= 2; ++start) {
-        Program program;
-        HWND window = program.WaitForWindow(nullptr, "Tessmark");
-        ASSERT_NE(window, nullptr) << "start " << start;
-        PostMessageA(window, WM_CLOSE, 0, 0);
-        DWORD code = 1;
-        ASSERT_TRUE(program.WaitForExit(&code)) << "start " << start;
+// The program's mutex as another process sees it.
+class InstanceMutex {
+public:
+    InstanceMutex()
+        : handle_(OpenMutexA(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, "StringForAvoidingMultipleInstance")) {}
+    ~InstanceMutex() {
+        if (handle_) CloseHandle(handle_);
     }
+    InstanceMutex(const InstanceMutex&) = delete;
+    InstanceMutex& operator=(const InstanceMutex&) = delete;
+    bool Open() const { return handle_ != nullptr; }
+    DWORD Take() const { return WaitForSingleObject(handle_, 0); }
+    void Release() const { ReleaseMutex(handle_); }
+
+private:
+    HANDLE handle_;
+};
+
+TEST(Program, ClosingTheWindowReleasesTheInstanceMutex) {
+    Program program;
+    HWND window = program.WaitForWindow(nullptr, "Tessmark");
+    ASSERT_NE(window, nullptr);
+    InstanceMutex mutex;
+    ASSERT_TRUE(mutex.Open());
+    EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_TIMEOUT));
+
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    DWORD code = 1;
+    ASSERT_TRUE(program.WaitForExit(&code));
+    EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_OBJECT_0));  // not WAIT_ABANDONED
+    mutex.Release();
+}
+
+TEST(Program, KilledProgramLeavesAnAbandonedMutexThatTurnsTheNextStartAway) {
+    std::unique_ptr<InstanceMutex> mutex;
+    {
+        Program killed;
+        ASSERT_NE(killed.WaitForWindow(nullptr, "Tessmark"), nullptr);
+        mutex = std::make_unique<InstanceMutex>();
+    }  // terminated here, still owning the mutex
+    ASSERT_TRUE(mutex->Open());
+
+    Program next;
+    HWND message = next.WaitForWindow("#32770", "App Running");
+    ASSERT_NE(message, nullptr) << "an abandoned mutex should count as a running copy";
+    PostMessageA(message, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+    DWORD code = 1;
+    EXPECT_TRUE(next.WaitForExit(&code));
 }
 
 // Resources, read from the file without running it.
