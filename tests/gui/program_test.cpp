@@ -45,7 +45,7 @@ public:
         return true;
     }
     // A visible top-level window of this process with the class (null: any) and title.
-    HWND FindWindow(const char* className, const char* title) const {
+    HWND VisibleWindow(const char* className, const char* title) const {
         for (HWND w = nullptr; (w = FindWindowExA(nullptr, w, className, title)) != nullptr;) {
             DWORD owner = 0;
             GetWindowThreadProcessId(w, &owner);
@@ -55,7 +55,7 @@ public:
     }
     HWND WaitForWindow(const char* className, const char* title) const {
         for (DWORD waited = 0; waited < kPatience; waited += 100) {
-            if (HWND w = FindWindow(className, title)) return w;
+            if (HWND w = VisibleWindow(className, title)) return w;
             Sleep(100);
         }
         return nullptr;
@@ -104,7 +104,7 @@ TEST(Program, SecondStartIsTurnedAwayWhileTheFirstRunsOnUntilClosed) {
     HWND message = second.WaitForWindow("#32770", "App Running");
     ASSERT_NE(message, nullptr) << "no message box \"App Running\"";
     EXPECT_EQ(StaticTexts(message), std::vector<std::string>{"This application is already running"});
-    EXPECT_EQ(second.FindWindow(nullptr, "Tessmark"), nullptr);
+    EXPECT_EQ(second.VisibleWindow(nullptr, "Tessmark"), nullptr);
 
     HWND ok = GetDlgItem(message, IDOK);
     ASSERT_NE(ok, nullptr);
