@@ -5,7 +5,6 @@
 #include <memory>
 #include <string>
 
-#include "platform/memory/memory_process.h"
 #include "platform/memory/recording_ui.h"
 #include "platform/ports.h"
 
@@ -21,7 +20,7 @@ public:
     virtual platform::ShellPort& Shell() = 0;
     // Message boxes are always recorded, never shown, also on Wine.
     platform::memory::RecordingUi& Ui() { return ui_; }
-    platform::ProcessPort& Process() { return process_; }
+    virtual platform::ProcessPort& Process() = 0;
     platform::Ports Ports() { return {Registry(), Files(), Shell(), Ui(), Process()}; }
 
     // A folder that exists and is empty when the test starts ("C:\tessmark-test").
@@ -33,7 +32,6 @@ public:
 
 private:
     platform::memory::RecordingUi ui_;
-    platform::memory::MemoryProcess process_;
 };
 
 std::unique_ptr<TestMachine> MakeTestMachine();

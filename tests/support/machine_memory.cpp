@@ -1,5 +1,6 @@
 #include "machine.h"
 #include "platform/memory/memory_disk.h"
+#include "platform/memory/memory_process.h"
 #include "platform/memory/memory_registry.h"
 #include "version_fixture.h"
 
@@ -36,6 +37,7 @@ public:
     platform::RegistryPort& Registry() override { return registry_; }
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
+    platform::ProcessPort& Process() override { return process_; }
     std::string ScratchFolder() override {
         disk_.MkDir("C:\\tessmark-test");
         return "C:\\tessmark-test";
@@ -48,6 +50,7 @@ public:
 private:
     platform::memory::MemoryRegistry registry_;
     platform::memory::MemoryDisk disk_;
+    platform::memory::MemoryProcess process_;
 };
 
 }  // namespace

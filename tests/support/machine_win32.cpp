@@ -3,6 +3,7 @@
 
 #include "machine.h"
 #include "win32/platform/win32_disk.h"
+#include "win32/platform/win32_process.h"
 #include "win32/platform/win32_registry.h"
 
 namespace tessmark::testing {
@@ -18,6 +19,7 @@ public:
     platform::RegistryPort& Registry() override { return registry_; }
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
+    platform::ProcessPort& Process() override { return process_; }
     std::string ScratchFolder() override {
         namespace fs = std::filesystem;
         std::error_code ignored;
@@ -41,6 +43,7 @@ public:
 private:
     platform::win32::Win32Registry registry_;
     platform::win32::Win32Disk disk_;
+    platform::win32::Win32Process process_;
 };
 
 }  // namespace

@@ -11,14 +11,23 @@ using namespace tessmark::frame;
 using tessmark::platform::reg::kCurrentUser;
 using tessmark::platform::reg::kLocalMachine;
 using std::string;
+using std::string_view;
 
 namespace {
 
-constexpr const char* kWindowsRun = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
-
 template <class Nodes>
-bool Holds(const Nodes& nodes, std::string_view key) {
+bool Holds(const Nodes& nodes, string_view key) {
     return std::any_of(nodes.begin(), nodes.end(), [&](const auto& n) { return n.key == key; });
+}
+
+const ItemSection& Section(string_view path) {
+    auto found = std::find_if(kItemSections.begin(), kItemSections.end(), [&](auto& s) { return s.path == path; });
+    if (found == kItemSections.end()) throw std::out_of_range(string(path));
+    return *found;
+}
+
+bool EndsWith(string_view text, string_view end) {
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
 TEST(Catalogue, FindPathGivesTheEnabledKeyOfTheSevenRunSectionsOnly) {
@@ -35,12 +44,10 @@ TEST(Catalogue, FindPathGivesTheEnabledKeyOfTheSevenRunSectionsOnly) {
          "HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\RunServices"},
         {"Registry\\Current User\\RunServicesOnce", ""},
         {"All Users\\Startup", ""},
-        {"Current User\\Startup", ""},
         {"Registry\\All Users\\Logon\\Shell", ""},
         {"Registry\\All Users\\Services", ""},
         {"registry\\all users\\run", ""},
         {"Registry\\All Users\\Run ", ""},
-        {"Registry\\All Users\\Run\\", ""},
         {"", ""},
     };
     for (const auto& c : cases) EXPECT_EQ(FindPath(c.section), c.path) << c.section;
@@ -64,244 +71,161 @@ TEST(Catalogue, FindKeyNamesNodesWhetherOrNotTheMainTreeHasThem) {
         {"Registry\\Current User\\RunServicesOnce", ""},
         {"All Users\\Startup", ""},
         {"Registry\\All Users\\Logon\\Userinit", ""},
-        {"Registry\\All Users\\Logon\\StartupPrograms", ""},
         {"", ""},
     };
     for (const auto& c : cases) EXPECT_EQ(FindKey(c.section), c.key) << c.section;
 }
 
-TEST(Catalogue, MainTreeHasTheTenNodesInTheirOrderWithPicturesAndParents) {
-    struct Row { std::string_view key, caption, parent; int image; } want[] = {
-        {"main", "All Items", "", 5},
-        {"startFolder", "Startup Folder", "main", 1},
-        {"allUsers", "All Users", "startFolder", 4},
-        {"currUser", "Current User", "startFolder", 2},
-        {"registry", "Registry", "main", 3},
-        {"regall", "All Users", "registry", 4},
-        {"runexall", "Run", "regall", 3},
-        {"runonceall", "Run Once", "regall", 3},
-        {"runserviceall", "Run Services", "regall", 3},
-        {"runserviceonceall", "Run Services Once", "regall", 3},
+TEST(Catalogue, TreesAddEachNodeAfterItsParentUnderOneRoot) {
+    auto check = [](const auto& tree, const char* name) {
+        std::set<string_view> added;
+        for (const auto& node : tree) {
+            if (node.key == tree.front().key) {
+                EXPECT_EQ(node.parent, "") << name;
+            } else {
+                EXPECT_TRUE(added.count(node.parent)) << name << ": " << node.key << " before " << node.parent;
+            }
+            EXPECT_TRUE(added.insert(node.key).second) << name << ": " << node.key << " twice";
+        }
+        EXPECT_EQ(tree.front().key, "main") << name;
     };
-    ASSERT_EQ(std::size(want), kMainTree.size());
-    for (std::size_t i = 0; i < kMainTree.size(); ++i) {
-        EXPECT_EQ(kMainTree[i].key, want[i].key) << i;
-        EXPECT_EQ(kMainTree[i].caption, want[i].caption) << i;
-        EXPECT_EQ(kMainTree[i].parent, want[i].parent) << i;
-        EXPECT_EQ(kMainTree[i].image, want[i].image) << i;
-    }
+    check(kMainTree, "main tree");
+    check(kMoveTree, "move dialog");
+    EXPECT_EQ(kMainTree.size(), 10u);
+    EXPECT_EQ(kMoveTree.size(), 11u);
 }
 
-TEST(Catalogue, MoveTreeAddsTheCurrentUsersRunSectionsButNoRunServicesOnce) {
-    struct Row { std::string_view key, caption, parent; } want[] = {
-        {"main", "All Items", ""},
-        {"registry", "Registry", "main"},
-        {"regall", "All Users", "registry"},
-        {"runexall", "Run", "regall"},
-        {"runonceall", "Run Once", "regall"},
-        {"runserviceall", "Run Services", "regall"},
-        {"runserviceonceall", "Run Services Once", "regall"},
-        {"regcurr", "Current User", "registry"},
-        {"runcurr", "Run", "regcurr"},
-        {"runoncecurr", "Run Once", "regcurr"},
-        {"runservicecurr", "Run Services", "regcurr"},
-    };
-    ASSERT_EQ(std::size(want), kMoveTree.size());
-    for (std::size_t i = 0; i < kMoveTree.size(); ++i) {
-        EXPECT_EQ(kMoveTree[i].key, want[i].key) << i;
-        EXPECT_EQ(kMoveTree[i].caption, want[i].caption) << i;
-        EXPECT_EQ(kMoveTree[i].parent, want[i].parent) << i;
-    }
-    // The move dialog compares against a plural spelling that no node has.
+TEST(Catalogue, MoveDialogAddsTheCurrentUsersRegistryNodesOnly) {
+    std::set<string_view> extra;
+    for (const auto& n : kMoveTree)
+        if (!Holds(kMainTree, n.key)) extra.insert(n.key);
+    EXPECT_EQ(extra, (std::set<string_view>{"regcurr", "runcurr", "runoncecurr", "runservicecurr"}));
+    // The dialog's branch test spells a plural that no node has.
     EXPECT_FALSE(Holds(kMoveTree, "runservicescurr"));
-    EXPECT_FALSE(Holds(kMainTree, "runservicescurr"));
 }
 
-TEST(Catalogue, DispatchOnlyKeysAreNeverInTheMainTreeAndCoverEveryOtherFindKeyResult) {
-    std::set<std::string_view> dispatchOnly(kDispatchOnlyKeys.begin(), kDispatchOnlyKeys.end());
-    EXPECT_EQ(dispatchOnly.size(), 11u);
-    for (auto key : kDispatchOnlyKeys) {
-        EXPECT_FALSE(Holds(kMainTree, key)) << key;
-        bool inMoveDialog = key == "regcurr" || key == "runcurr" || key == "runoncecurr" || key == "runservicecurr";
-        EXPECT_EQ(Holds(kMoveTree, key), inMoveDialog) << key;
-    }
-
+TEST(Catalogue, DispatchOnlyKeysAreNeverInTheMainTreeYetFindKeyReturnsThem) {
+    std::set<string_view> known(kDispatchOnlyKeys.begin(), kDispatchOnlyKeys.end());
+    EXPECT_EQ(known.size(), kDispatchOnlyKeys.size());
+    for (auto key : kDispatchOnlyKeys) EXPECT_FALSE(Holds(kMainTree, key)) << key;
+    for (const auto& n : kMainTree) known.insert(n.key);
     for (const auto& s : kItemSections) {
         string key = FindKey(string(s.path));
-        if (!key.empty()) {
-            EXPECT_TRUE(Holds(kMainTree, key) || dispatchOnly.count(key)) << s.path;
-        }
+        EXPECT_TRUE(key.empty() || known.count(key)) << s.path;
     }
-    for (const auto& s : kOperationSections) EXPECT_TRUE(dispatchOnly.count(FindKey(string(s.path)))) << s.path;
-}
-
-TEST(Catalogue, SectionPathsDropTheBlanksThatNodeCaptionsHave) {
-    for (const auto& s : kItemSections) {
-        EXPECT_EQ(s.path.find("Run Once"), std::string_view::npos) << s.path;
-        EXPECT_EQ(s.path.find("Run Services"), std::string_view::npos) << s.path;
-    }
-    EXPECT_TRUE(std::any_of(kMainTree.begin(), kMainTree.end(), [](auto& n) { return n.caption == "Run Once"; }));
+    for (const auto& s : kOperationSections) EXPECT_TRUE(known.count(FindKey(string(s.path)))) << s.path;
 }
 
 TEST(Catalogue, OnlyTheCurrentUsersTwoServiceSectionsShareATag) {
-    std::set<std::pair<std::string_view, std::string_view>> sharing;
-    for (const auto& a : kItemSections)
-        for (const auto& b : kItemSections)
-            if (&a < &b && a.tag == b.tag) sharing.insert({a.path, b.path});
-    std::set<std::pair<std::string_view, std::string_view>> want = {
+    std::set<std::pair<string_view, string_view>> sharing;
+    for (std::size_t a = 0; a < kItemSections.size(); ++a)
+        for (std::size_t b = a + 1; b < kItemSections.size(); ++b)
+            if (kItemSections[a].tag == kItemSections[b].tag) sharing.insert({kItemSections[a].path, kItemSections[b].path});
+    std::set<std::pair<string_view, string_view>> want = {
         {"Registry\\Current User\\RunServices", "Registry\\Current User\\RunServicesOnce"}};
     EXPECT_EQ(sharing, want);
+    EXPECT_EQ(Section("Registry\\Current User\\RunServicesOnce").tag, SectionTag::Number(23));
 }
 
-TEST(Catalogue, LogonSectionsTagTheirRowsWithADigitAsTextAllOthersWithANumber) {
-    struct Case { std::string_view path; SectionTag tag; } cases[] = {
-        {"All Users\\Startup", SectionTag::Number(1)},
-        {"Current User\\Startup", SectionTag::Number(2)},
-        {"Registry\\All Users\\Run", SectionTag::Number(3)},
-        {"Registry\\All Users\\RunOnce", SectionTag::Number(4)},
-        {"Registry\\All Users\\RunServices", SectionTag::Number(5)},
-        {"Registry\\All Users\\RunServicesOnce", SectionTag::Number(6)},
-        {"Registry\\All Users\\Logon\\Startup Programs", SectionTag::Text("7")},
-        {"Registry\\All Users\\Logon\\Shell", SectionTag::Text("8")},
-        {"Registry\\All Users\\Logon\\UserInit", SectionTag::Text("9")},
-        {"Registry\\Current User\\Run", SectionTag::Number(21)},
-        {"Registry\\Current User\\RunOnce", SectionTag::Number(22)},
-        {"Registry\\Current User\\RunServices", SectionTag::Number(23)},
-        {"Registry\\Current User\\RunServicesOnce", SectionTag::Number(23)},
+TEST(Catalogue, LogonSectionsTagWithADigitAsTextWhichNeverEqualsTheNumber) {
+    struct Case { string_view path, digit; } cases[] = {
+        {"Registry\\All Users\\Logon\\Startup Programs", "7"},
+        {"Registry\\All Users\\Logon\\Shell", "8"},
+        {"Registry\\All Users\\Logon\\UserInit", "9"},
     };
-    ASSERT_EQ(std::size(cases), kItemSections.size());
-    for (std::size_t i = 0; i < kItemSections.size(); ++i) {
-        EXPECT_EQ(kItemSections[i].path, cases[i].path) << i;
-        EXPECT_EQ(kItemSections[i].tag, cases[i].tag) << cases[i].path;
+    for (const auto& c : cases) {
+        EXPECT_EQ(Section(c.path).tag, SectionTag::Text(c.digit)) << c.path;
+        EXPECT_NE(Section(c.path).tag, SectionTag::Number(c.digit[0] - '0')) << c.path;
     }
-    EXPECT_NE(SectionTag::Text("7"), SectionTag::Number(7));
-    for (const auto& s : kItemSections)
+    int textTags = 0;
+    for (const auto& s : kItemSections) {
+        textTags += s.tag.IsText();
         for (int unassigned : kTagsNoScannerAssigns) EXPECT_NE(s.tag, SectionTag::Number(unassigned)) << s.path;
-}
-
-TEST(Catalogue, EachSectionNamesTheScannerCallThatListsIt) {
-    struct Case { std::string_view path, scanner; int argument; } cases[] = {
-        {"All Users\\Startup", "AddStartupAllUser", 0},
-        {"Current User\\Startup", "AddStartupCurrUser", 0},
-        {"Registry\\All Users\\Run", "AddRun", 0},
-        {"Registry\\All Users\\RunOnce", "AddRunOnce", 0},
-        {"Registry\\All Users\\RunServices", "AddRunServices", 0},
-        {"Registry\\All Users\\RunServicesOnce", "AddRunServiceOnce", 0},
-        {"Registry\\All Users\\Logon\\Startup Programs", "AddLogon", 1},
-        {"Registry\\All Users\\Logon\\Shell", "AddLogon", 3},
-        {"Registry\\All Users\\Logon\\UserInit", "AddLogon", 2},
-        {"Registry\\Current User\\Run", "AddRun", -1},
-        {"Registry\\Current User\\RunOnce", "AddRunOnce", -1},
-        {"Registry\\Current User\\RunServices", "AddRunServices", -1},
-        {"Registry\\Current User\\RunServicesOnce", "AddRunServiceOnce", -1},
-    };
-    for (std::size_t i = 0; i < kItemSections.size(); ++i) {
-        EXPECT_EQ(kItemSections[i].scanner, cases[i].scanner) << cases[i].path;
-        EXPECT_EQ(kItemSections[i].scannerArgument, cases[i].argument) << cases[i].path;
     }
+    EXPECT_EQ(textTags, 3);
 }
 
-TEST(Catalogue, RunKeysAreSpelledAsTheScannersSpellThemInBothHives) {
-    struct Case { std::string_view path; tessmark::platform::RegHandle root; string enabled, disabled; } cases[] = {
-        {"Registry\\All Users\\Run", kLocalMachine, string(kWindowsRun) + "Run\\",
-         string(kWindowsRun) + "Run\\AutorunsDisabled"},
-        {"Registry\\All Users\\RunOnce", kLocalMachine, string(kWindowsRun) + "RunOnce",
-         string(kWindowsRun) + "RunOnce\\AutorunsDisabled"},
-        {"Registry\\All Users\\RunServices", kLocalMachine, string(kWindowsRun) + "RunServices",
-         string(kWindowsRun) + "RunServices\\AutorunsDisabled"},
-        {"Registry\\All Users\\RunServicesOnce", kLocalMachine, string(kWindowsRun) + "RunServiceOnce",
-         string(kWindowsRun) + "RunServiceOnce\\AutorunsDisabled"},
-        {"Registry\\Current User\\Run", kCurrentUser, string(kWindowsRun) + "Run\\",
-         string(kWindowsRun) + "Run\\AutorunsDisabled"},
-        {"Registry\\Current User\\RunOnce", kCurrentUser, string(kWindowsRun) + "RunOnce",
-         string(kWindowsRun) + "RunOnce\\AutorunsDisabled"},
-        {"Registry\\Current User\\RunServices", kCurrentUser, string(kWindowsRun) + "RunServices",
-         string(kWindowsRun) + "RunServices\\AutorunsDisabled"},
-        {"Registry\\Current User\\RunServicesOnce", kCurrentUser, string(kWindowsRun) + "RunServiceOnce",
-         string(kWindowsRun) + "RunServiceOnce\\AutorunsDisabled"},
+TEST(Catalogue, RunKeysKeepTheScannersSpellingInBothHives) {
+    struct Case { string_view allUsers, currentUser, enabled; } cases[] = {
+        {"Registry\\All Users\\Run", "Registry\\Current User\\Run", "Run\\"},
+        {"Registry\\All Users\\RunOnce", "Registry\\Current User\\RunOnce", "RunOnce"},
+        {"Registry\\All Users\\RunServices", "Registry\\Current User\\RunServices", "RunServices"},
+        {"Registry\\All Users\\RunServicesOnce", "Registry\\Current User\\RunServicesOnce", "RunServiceOnce"},
     };
+    const string base = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
     for (const auto& c : cases) {
-        auto s = std::find_if(kItemSections.begin(), kItemSections.end(), [&](auto& s) { return s.path == c.path; });
-        ASSERT_NE(s, kItemSections.end()) << c.path;
-        for (const Location* at : {&s->enabled, &s->disabled}) {
-            EXPECT_EQ(at->place, Place::KeyValues) << c.path;
-            EXPECT_EQ(at->root, c.root) << c.path;
-            EXPECT_EQ(at->valueName, "") << c.path;
+        string enabled = base + string(c.enabled);
+        string disabled = (EndsWith(enabled, "\\") ? enabled : enabled + "\\") + "AutorunsDisabled";
+        for (auto [path, root] : {std::pair{c.allUsers, kLocalMachine}, std::pair{c.currentUser, kCurrentUser}}) {
+            const ItemSection& s = Section(path);
+            EXPECT_EQ(s.enabled.place, Place::KeyValues) << path;
+            EXPECT_EQ(s.enabled.root, root) << path;
+            EXPECT_EQ(s.enabled.subKey, enabled) << path;
+            EXPECT_EQ(s.disabled.root, root) << path;
+            EXPECT_EQ(s.disabled.subKey, disabled) << path;
         }
-        EXPECT_EQ(s->enabled.subKey, c.enabled);
-        EXPECT_EQ(s->disabled.subKey, c.disabled);
     }
 }
 
-TEST(Catalogue, FolderAndLogonSectionsPointAtShellFoldersSettingsAndNamedValues) {
-    const string rdpwd = "System\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd";
-    const string winlogon = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon";
-    struct Case { std::string_view path; Location enabled, disabled; } cases[] = {
-        {"All Users\\Startup", {.place = Place::ShellFolder, .shellFolder = 24},
-         {.place = Place::SettingsSection, .settingsSection = "StartupAllUser"}},
-        {"Current User\\Startup", {.place = Place::ShellFolder, .shellFolder = 7},
-         {.place = Place::SettingsSection, .settingsSection = "StartupCurrUser"}},
+TEST(Catalogue, FindPathAgreesWithTheScannersKeysOnlyUpToCaseAndTrailingBackslash) {
+    auto upper = [](string t) {
+        std::transform(t.begin(), t.end(), t.begin(), [](unsigned char c) { return std::toupper(c); });
+        return t;
     };
-    for (const auto& c : cases) {
-        auto s = std::find_if(kItemSections.begin(), kItemSections.end(), [&](auto& s) { return s.path == c.path; });
-        EXPECT_EQ(s->enabled.place, c.enabled.place);
-        EXPECT_EQ(s->enabled.shellFolder, c.enabled.shellFolder);
-        EXPECT_EQ(s->disabled.place, c.disabled.place);
-        EXPECT_EQ(s->disabled.settingsSection, c.disabled.settingsSection);
-    }
-
-    struct Logon { std::string_view path; string key, value; } logons[] = {
-        {"Registry\\All Users\\Logon\\Startup Programs", rdpwd, "StartupPrograms"},
-        {"Registry\\All Users\\Logon\\Shell", winlogon, "Shell"},
-        {"Registry\\All Users\\Logon\\UserInit", winlogon, "Userinit"},
-    };
-    for (const auto& c : logons) {
-        auto s = std::find_if(kItemSections.begin(), kItemSections.end(), [&](auto& s) { return s.path == c.path; });
-        for (const Location* at : {&s->enabled, &s->disabled}) {
-            EXPECT_EQ(at->place, Place::NamedValue) << c.path;
-            EXPECT_EQ(at->root, kLocalMachine) << c.path;
-            EXPECT_EQ(at->valueName, c.value) << c.path;
-        }
-        EXPECT_EQ(s->enabled.subKey, c.key);
-        EXPECT_EQ(s->disabled.subKey, c.key + "\\AutorunsDisabled");
-    }
-}
-
-TEST(Catalogue, FindPathMatchesTheScannersKeysOnlyUpToCaseAndTheTrailingBackslash) {
+    int compared = 0;
     for (const auto& s : kItemSections) {
         string path = FindPath(string(s.path));
         if (path.empty()) continue;
+        ++compared;
         string subKey(s.enabled.subKey);
-        if (subKey.back() == '\\') subKey.pop_back();
+        if (EndsWith(subKey, "\\")) subKey.pop_back();
         string scanners = (s.enabled.root == kLocalMachine ? "HKEY_LOCAL_MACHINE\\" : "HKEY_CURRENT_USER\\") + subKey;
-        auto upper = [](string t) {
-            std::transform(t.begin(), t.end(), t.begin(), [](unsigned char c) { return std::toupper(c); });
-            return t;
-        };
         EXPECT_EQ(upper(path), upper(scanners)) << s.path;
         EXPECT_EQ(path == scanners, s.enabled.root == kLocalMachine) << s.path;
     }
+    EXPECT_EQ(compared, 7);
 }
 
-TEST(Catalogue, OperationOnlySectionsKeepTheirOwnKeySpellings) {
-    const string bho = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Browser Helper Objects\\";
-    const string services = "SYSTEM\\CurrentControlSet\\Services\\";
-    struct Case { std::string_view path; Place place; string enabled, disabled, value, mark; } cases[] = {
-        {"Registry\\All Users\\Browser Helper Objects", Place::ItemSubkeys, bho, bho + "AutorunsDisabled\\", "", ""},
-        {"Registry\\All Users\\Services", Place::ItemKeyValue, services, services, "Start", "AutorunsDisabled"},
-        {"Registry\\All Users\\Drivers", Place::ItemKeyValue, services, services, "Start", "AutorunsDisabled"},
+TEST(Catalogue, FolderSectionsKeepDisabledItemsInTheSettingsFile) {
+    struct Case { string_view path; int csidl; string_view settings; } cases[] = {
+        {"All Users\\Startup", 24, "StartupAllUser"},
+        {"Current User\\Startup", 7, "StartupCurrUser"},
     };
-    ASSERT_EQ(std::size(cases), kOperationSections.size());
-    for (std::size_t i = 0; i < kOperationSections.size(); ++i) {
-        const auto& s = kOperationSections[i];
-        EXPECT_EQ(s.path, cases[i].path);
-        EXPECT_EQ(s.enabled.place, cases[i].place);
-        EXPECT_EQ(s.enabled.root, kLocalMachine);
-        EXPECT_EQ(s.enabled.subKey, cases[i].enabled);
-        EXPECT_EQ(s.enabled.valueName, cases[i].value);
-        EXPECT_EQ(s.disabled.subKey, cases[i].disabled);
-        EXPECT_EQ(s.disabled.valueName, cases[i].mark);
-        EXPECT_EQ(FindPath(string(s.path)), "");
+    for (const auto& c : cases) {
+        const ItemSection& s = Section(c.path);
+        EXPECT_EQ(s.enabled.place, Place::ShellFolder) << c.path;
+        EXPECT_EQ(s.enabled.shellFolder, c.csidl) << c.path;
+        EXPECT_EQ(s.disabled.place, Place::SettingsSection) << c.path;
+        EXPECT_EQ(s.disabled.settingsSection, c.settings) << c.path;
+    }
+}
+
+TEST(Catalogue, LogonValuesMoveToTheSameValueNameInTheKeysDisabledSubkey) {
+    struct Case { string_view path, key, value; } cases[] = {
+        {"Registry\\All Users\\Logon\\Startup Programs", "System\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd",
+         "StartupPrograms"},
+        {"Registry\\All Users\\Logon\\Shell", "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon", "Shell"},
+        {"Registry\\All Users\\Logon\\UserInit", "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon", "Userinit"},
+    };
+    for (const auto& c : cases) {
+        const ItemSection& s = Section(c.path);
+        EXPECT_EQ(s.enabled.place, Place::NamedValue) << c.path;
+        EXPECT_EQ(s.enabled.root, kLocalMachine) << c.path;
+        EXPECT_EQ(s.enabled.subKey, c.key) << c.path;
+        EXPECT_EQ(s.disabled.subKey, string(c.key) + "\\AutorunsDisabled") << c.path;
+        EXPECT_EQ(s.enabled.valueName, c.value) << c.path;
+        EXPECT_EQ(s.disabled.valueName, c.value) << c.path;
+    }
+}
+
+TEST(Catalogue, OperationOnlySectionsHaveNoScannerAndTheirOwnSpellings) {
+    const string bho = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Browser Helper Objects\\";
+    EXPECT_EQ(kOperationSections[0].path, "Registry\\All Users\\Browser Helper Objects");
+    EXPECT_EQ(kOperationSections[0].enabled.subKey, bho);
+    EXPECT_EQ(kOperationSections[0].disabled.subKey, bho + "AutorunsDisabled\\");
+    for (const auto& s : kOperationSections) {
+        EXPECT_THROW(Section(s.path), std::out_of_range) << s.path;
+        EXPECT_EQ(FindPath(string(s.path)), "") << s.path;
     }
 }
 

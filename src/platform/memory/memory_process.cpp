@@ -8,12 +8,14 @@ MemoryProcess::~MemoryProcess() { Die(); }
 
 KernelHandle MemoryProcess::CreateMutexA(bool initialOwner, const char* name) {
     if (space_->refuseCreation) return 0;
-    std::string key = name ? name : "";
+    KernelHandle handle = next_;
+    next_ += 4;
+    // Every unnamed mutex is an object of its own.
+    std::string key = name ? name : "\x01unnamed " + std::to_string(handle) + " of " +
+                                        std::to_string(reinterpret_cast<std::uintptr_t>(this));
     auto& mutex = space_->mutexes[key];
     ++mutex.references;
     if (initialOwner && mutex.owner == nullptr) mutex.owner = this;
-    KernelHandle handle = next_;
-    next_ += 4;
     handles_[handle] = key;
     return handle;
 }

@@ -1,30 +1,24 @@
-// Placeholder main window until the main form's view lands.
+// Program entry: the one-instance rule, then the main form's message loop.
 #include <windows.h>
 
-namespace {
+#include "frame/modMultipleInstance.h"
+#include "vb/toplevel.h"
+#include "win32/app/placeholder_form.h"
+#include "win32/platform/win32_process.h"
+#include "win32/platform/win32_ui.h"
 
-LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_DESTROY) {
-        PostQuitMessage(0);
-        return 0;
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
-}
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
+    using namespace tessmark;
+    platform::win32::Win32Process process;
+    platform::win32::Win32Ui ui("Tessmark");
+    frame::modMultipleInstance entry(process, ui);
+    app::PlaceholderForm form(instance, entry, ui);
 
-}  // namespace
+    vb::RunEvent(ui, [&] { entry.Main([&] { form.Show(); }); });
+    // With no form open, the program has nothing to live on.
+    if (!form.IsOpen()) return 0;
 
-int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
-    WNDCLASSA cls = {};
-    cls.lpfnWndProc = WindowProc;
-    cls.hInstance = instance;
-    cls.hCursor = LoadCursor(nullptr, IDC_ARROW);
-    cls.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-    cls.lpszClassName = "TessmarkMain";
-    RegisterClassA(&cls);
-    HWND window = CreateWindowA("TessmarkMain", "Tessmark", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
-                                CW_USEDEFAULT, 735, 551, nullptr, nullptr, instance, nullptr);
-    ShowWindow(window, show);
-    MSG msg;
+    MSG msg = {};
     while (GetMessageA(&msg, nullptr, 0, 0) > 0) {
         TranslateMessage(&msg);
         DispatchMessageA(&msg);

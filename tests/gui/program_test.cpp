@@ -1,0 +1,238 @@
+// The real program under Wine: one instance at a time, its window and its resources.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string programPath;  // the program under test, as a Windows path
+
+constexpr DWORD kPatience = 20000;  // ms for a window to come or a process to end
+
+// A started copy of the program; killed at the end if it is still running.
+class Program {
+public:
+    Program() {
+        STARTUPINFOA startup = {};
+        startup.cb = sizeof startup;
+        std::string commandLine = "\"" + programPath + "\"";
+        started_ = CreateProcessA(programPath.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                  nullptr, &startup, &info_) != FALSE;
+    }
+    ~Program() {
+        if (!started_) return;
+        if (Running()) {
+            TerminateProcess(info_.hProcess, 1);
+            WaitForSingleObject(info_.hProcess, kPatience);
+        }
+        CloseHandle(info_.hThread);
+        CloseHandle(info_.hProcess);
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    bool Started() const { return started_; }
+    DWORD Id() const { return info_.dwProcessId; }
+    bool Running() const { return WaitForSingleObject(info_.hProcess, 0) == WAIT_TIMEOUT; }
+    // True when the process ended in time; its exit code goes to *code.
+    bool WaitForExit(DWORD* code) const {
+        if (WaitForSingleObject(info_.hProcess, kPatience) != WAIT_OBJECT_0) return false;
+        GetExitCodeProcess(info_.hProcess, code);
+        return true;
+    }
+    // A visible top-level window of this process with the class (null: any) and title.
+    HWND VisibleWindow(const char* className, const char* title) const {
+        for (HWND w = nullptr; (w = FindWindowExA(nullptr, w, className, title)) != nullptr;) {
+            DWORD owner = 0;
+            GetWindowThreadProcessId(w, &owner);
+            if (owner == Id() && IsWindowVisible(w)) return w;
+        }
+        return nullptr;
+    }
+    HWND WaitForWindow(const char* className, const char* title) const {
+        for (DWORD waited = 0; waited < kPatience; waited += 100) {
+            if (HWND w = VisibleWindow(className, title)) return w;
+            Sleep(100);
+        }
+        return nullptr;
+    }
+
+private:
+    PROCESS_INFORMATION info_ = {};
+    bool started_ = false;
+};
+
+std::string TextOf(HWND window) {
+    char text[512] = {};
+    SendMessageA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+BOOL CALLBACK CollectStaticText(HWND child, LPARAM texts) {
+    char cls[64] = {};
+    GetClassNameA(child, cls, sizeof cls);
+    if (lstrcmpiA(cls, "Static") == 0) {
+        std::string text = TextOf(child);
+        if (!text.empty()) reinterpret_cast<std::vector<std::string>*>(texts)->push_back(text);
+    }
+    return TRUE;
+}
+
+// The texts of a dialog's static controls; the icon's control has none.
+std::vector<std::string> StaticTexts(HWND dialog) {
+    std::vector<std::string> texts;
+    EnumChildWindows(dialog, CollectStaticText, reinterpret_cast<LPARAM>(&texts));
+    return texts;
+}
+
+TEST(Program, SecondStartIsTurnedAwayWhileTheFirstRunsOnUntilClosed) {
+    Program first;
+    ASSERT_TRUE(first.Started()) << "cannot start \"" << programPath << "\"";
+    HWND window = first.WaitForWindow(nullptr, "Tessmark");
+    ASSERT_NE(window, nullptr) << "no window \"Tessmark\"";
+    RECT box = {};
+    GetWindowRect(window, &box);
+    EXPECT_EQ(box.right - box.left, 735);
+    EXPECT_EQ(box.bottom - box.top, 551);
+
+    Program second;
+    ASSERT_TRUE(second.Started());
+    HWND message = second.WaitForWindow("#32770", "App Running");
+    ASSERT_NE(message, nullptr) << "no message box \"App Running\"";
+    EXPECT_EQ(StaticTexts(message), std::vector<std::string>{"This application is already running"});
+    EXPECT_EQ(second.VisibleWindow(nullptr, "Tessmark"), nullptr);
+
+    HWND ok = GetDlgItem(message, IDOK);
+    ASSERT_NE(ok, nullptr);
+    EXPECT_EQ(TextOf(ok), "OK");
+    PostMessageA(message, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(ok));
+    DWORD code = 1;
+    ASSERT_TRUE(second.WaitForExit(&code)) << "the second copy did not end";
+    EXPECT_EQ(code, 0u);
+    EXPECT_TRUE(first.Running());
+    EXPECT_TRUE(IsWindow(window));
+
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    ASSERT_TRUE(first.WaitForExit(&code)) << "closing the window did not end the program";
+    EXPECT_EQ(code, 0u);
+}
+
+// The program's mutex as another process sees it.
+class InstanceMutex {
+public:
+    InstanceMutex()
+        : handle_(OpenMutexA(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, "StringForAvoidingMultipleInstance")) {}
+    ~InstanceMutex() {
+        if (handle_) CloseHandle(handle_);
+    }
+    InstanceMutex(const InstanceMutex&) = delete;
+    InstanceMutex& operator=(const InstanceMutex&) = delete;
+    bool Open() const { return handle_ != nullptr; }
+    DWORD Take() const { return WaitForSingleObject(handle_, 0); }
+    void Release() const { ReleaseMutex(handle_); }
+
+private:
+    HANDLE handle_;
+};
+
+TEST(Program, ClosingTheWindowReleasesTheInstanceMutex) {
+    Program program;
+    HWND window = program.WaitForWindow(nullptr, "Tessmark");
+    ASSERT_NE(window, nullptr);
+    InstanceMutex mutex;
+    ASSERT_TRUE(mutex.Open());
+    EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_TIMEOUT));
+
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    DWORD code = 1;
+    ASSERT_TRUE(program.WaitForExit(&code));
+    EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_OBJECT_0));  // not WAIT_ABANDONED
+    mutex.Release();
+}
+
+TEST(Program, KilledProgramLeavesAnAbandonedMutexThatTurnsTheNextStartAway) {
+    std::unique_ptr<InstanceMutex> mutex;
+    {
+        Program killed;
+        ASSERT_NE(killed.WaitForWindow(nullptr, "Tessmark"), nullptr);
+        mutex = std::make_unique<InstanceMutex>();
+    }  // terminated here, still owning the mutex
+    ASSERT_TRUE(mutex->Open());
+
+    Program next;
+    HWND message = next.WaitForWindow("#32770", "App Running");
+    ASSERT_NE(message, nullptr) << "an abandoned mutex should count as a running copy";
+    PostMessageA(message, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+    DWORD code = 1;
+    EXPECT_TRUE(next.WaitForExit(&code));
+}
+
+// Resources, read from the file without running it.
+class Resources : public ::testing::Test {
+protected:
+    void SetUp() override {
+        module = LoadLibraryExA(programPath.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+        ASSERT_NE(module, nullptr) << programPath;
+    }
+    void TearDown() override {
+        if (module) FreeLibrary(module);
+    }
+    HMODULE module = nullptr;
+};
+
+TEST_F(Resources, CaptionButtonBitmapsLoadByTheirNames) {
+    struct Case { const char* name; LONG width; } cases[] = {
+        {"close_normal", 43},    {"close_hover", 43},    {"CLOSE_DOWN", 43},
+        {"minimize_normal", 26}, {"minimize_hover", 26}, {"MINIMIZE_DOWN", 26},
+    };
+    for (const auto& c : cases) {
+        HBITMAP bitmap = LoadBitmapA(module, c.name);
+        ASSERT_NE(bitmap, nullptr) << c.name;
+        BITMAP info = {};
+        GetObjectA(bitmap, sizeof info, &info);
+        EXPECT_EQ(info.bmWidth, c.width) << c.name;
+        EXPECT_EQ(info.bmHeight, 17) << c.name;
+        DeleteObject(bitmap);
+    }
+}
+
+TEST_F(Resources, Icon101HoldsSmallAndLargeImages) {
+    HRSRC group = FindResourceA(module, MAKEINTRESOURCEA(101), MAKEINTRESOURCEA(14));  // RT_GROUP_ICON
+    ASSERT_NE(group, nullptr);
+    auto* directory = static_cast<BYTE*>(LockResource(LoadResource(module, group)));
+    for (int size : {16, 32}) {
+        int id = LookupIconIdFromDirectoryEx(directory, TRUE, size, size, LR_DEFAULTCOLOR);
+        HRSRC image = FindResourceA(module, MAKEINTRESOURCEA(id), MAKEINTRESOURCEA(3));  // RT_ICON
+        ASSERT_NE(image, nullptr) << size;
+        auto* header = static_cast<BITMAPINFOHEADER*>(LockResource(LoadResource(module, image)));
+        EXPECT_EQ(header->biWidth, size);
+    }
+}
+
+TEST_F(Resources, ManifestAsksForCommonControlsSix) {
+    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(1), MAKEINTRESOURCEA(24));  // RT_MANIFEST
+    ASSERT_NE(found, nullptr);
+    std::string manifest(static_cast<const char*>(LockResource(LoadResource(module, found))),
+                         SizeofResource(module, found));
+    auto controls = manifest.find("name=\"Microsoft.Windows.Common-Controls\" version=\"6.0.0.0\"");
+    EXPECT_NE(controls, std::string::npos) << manifest;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    // The one argument left over is the program under test (none while tests are listed).
+    if (argc >= 2) programPath = argv[1];
+    // ctest hands over the build's Unix path; Wine's drive Z: is the Unix root.
+    if (!programPath.empty() && programPath[0] == '/') {
+        programPath = "Z:" + programPath;
+        for (char& c : programPath)
+            if (c == '/') c = '\\';
+    }
+    return RUN_ALL_TESTS();
+}
