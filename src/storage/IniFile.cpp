@@ -105,7 +105,10 @@ void IniFile::IniWriteValue(const std::string& key, const std::string& value) {
     std::string line = name + "=" + CutAtNul(value);
     long at = FindKey(parsed, name);
     if (at >= 0) {
-        parsed.lines[at] = line;
+        // A replaced line keeps the key as the file spells it.
+        std::string existing;
+        KeyOf(parsed.lines[at], &existing);
+        parsed.lines[at] = existing + "=" + CutAtNul(value);
     } else if (parsed.heading >= 0) {
         // After the section's last non-blank line.
         long insert = parsed.end;
