@@ -1,0 +1,141 @@
+#pragma once
+// The main window as a headless model: its controls' state as plain data and
+// its event handlers under their own names. The Win32 view creates the real
+// controls, forwards events here and paints what this holds.
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "discovery/GetExeName.h"
+#include "discovery/ItemList.h"
+#include "discovery/ScanContext.h"
+#include "platform/ports.h"
+#include "storage/IniFile.h"
+
+namespace tessmark::frame {
+
+struct TreeNodeState {
+    std::string Key;
+    std::string Text;
+    std::string ParentKey;  // empty for the root
+    int Image = 0;
+    bool Expanded = false;
+};
+
+// The section tree: nodes in the order they were added, one of them selected.
+struct TreeState {
+    std::vector<TreeNodeState> Nodes;
+    long selected = -1;  // index into Nodes
+    bool Enabled = true;
+
+    const TreeNodeState& SelectedItem() const;  // error 91 when nothing is selected
+    void Select(const std::string& key);
+};
+
+struct LabelState {
+    std::string Caption;
+    bool Visible = true;
+};
+
+// What the view does for the model: paint it anew, show the window.
+class MainView {
+public:
+    virtual ~MainView() = default;
+    virtual void Show() = 0;
+    virtual void Refresh() = 0;
+};
+
+// The popup menu form's entries that the main form sets.
+struct MenuState {
+    std::string mnuDisableCaption = "Disable";
+    bool mnuDisableChecked = false;
+};
+
+class FrmMain2 {
+public:
+    explicit FrmMain2(platform::Ports ports);
+
+    // ---- members other parts read
+    discovery::SystemFolders folders;  // WindowsFolder, ProgramFilesFolder
+    const std::string& WindowsFolder() const { return folders.windowsFolder; }
+    const std::string& ProgramFilesFolder() const { return folders.programFilesFolder; }
+    bool Timer1Enabled = false;      // no statement enables it
+    bool TMRRunOnceEnabled = false;  // no statement enables it
+    std::string Tag;
+    std::string Caption = "Tessmark";
+    bool Visible = false;
+    int WindowState = 0;
+
+    // ---- controls
+    TreeState treeAuto;
+    discovery::ItemList ListView1;
+    discovery::ImageStore imgListIcons;
+    discovery::PictureBox Picture1;  // hidden scratch surface for one icon
+    LabelState lblwait{"Please wait while list is being populated...", false};
+    LabelState lbltotalitem{"Total  Item(s) :"};
+    LabelState lblactiveitem{"Active Item(s):"};
+    // The details panel.
+    discovery::PictureBox picIcon{false, {}, 960, 840};
+    LabelState lblNameVer, lblCompanyName, LblSection, LblDescription;
+    bool imgCheckVisible = false;
+    bool imgNoCheckVisible = false;
+    // Caption buttons: the resource name of the bitmap each shows.
+    std::string CmdClosePicture = "close_normal";
+    std::string CmdMinimisePicture = "minimize_normal";
+    std::string HotControl;
+    bool listHasFocus = false;  // the list takes the focus after each population
+    MenuState FrmMenu;
+    std::vector<std::string> OleBusyTexts;  // title, title, server busy, request pending
+
+    MainView* view = nullptr;
+
+    // ---- events
+    void Form_Initialize() {}
+    void Form_Load();
+    void AddAllKeys();
+    void treeAuto_Click();
+    void treeAuto_KeyPress(int keyAscii);
+    void StartSearch();
+    void refreshCheckBox();
+    void ListView1_Click();
+    void ResetCaptionButtons();
+    void Form_QueryUnload();
+    void Form_Unload();
+
+    // Window chrome. Mouse buttons as flags: 1 left, 2 right, 4 middle; y in twips.
+    void CmdClose_MouseDown(int button);
+    void CmdMinimise_MouseDown(int button);
+    void CmdClose_MouseMove();
+    void CmdMinimise_MouseMove();
+    void Form_MouseMove();
+    void CmdClose_MouseUp(int button);
+    void CmdMinimise_MouseUp(int button);
+    void Form_Resize() { ResetCaptionButtons(); }
+    void Form_MouseDown(int button, int y);
+    void Command1_Click() { ports_.ui.ShowAboutBox(); }
+    void BtnClose_Click();
+
+    // What unloading the form calls first; the entry wires it to the instance mutex.
+    std::function<void()> ReleaseSingleInstance = [] {};
+    platform::WindowHandle hWnd = 0;
+
+    discovery::ScanContext& Context() { return context_; }
+    platform::Ports& Ports() { return ports_; }
+
+private:
+    void Hourglass();
+    void WaitOn();
+    void WaitOff();
+    void Pump();
+    void Unload();
+
+    platform::Ports ports_;
+    platform::ShFileInfo shellRecord_{};
+    storage::IniFile objinifile_;
+    discovery::ScanContext context_;
+};
+
+// The program's own icon, resource 101, as the first image of the store.
+inline constexpr discovery::IconImage kProgramIcon{0, 101, false};
+
+}  // namespace tessmark::frame

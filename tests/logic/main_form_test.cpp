@@ -1,0 +1,230 @@
+// The main form's model: start-up, the population driver behind each tree
+// node, the details panel and the caption buttons.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "discovery/Logon.h"
+#include "frame/FrmMain2.h"
+#include "frame/catalogue.h"
+#include "machine.h"
+#include "storage/modStartup.h"
+#include "version_fixture.h"
+
+using namespace tessmark;
+using platform::memory::ProcessEnded;
+namespace section = frame::section;
+
+namespace {
+
+constexpr const char* kBase = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
+
+class MainForm : public ::testing::Test {
+protected:
+    std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
+    frame::FrmMain2 form{machine->Ports()};
+
+    void SetString(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
+        auto& registry = machine->Registry();
+        platform::RegHandle handle = 0;
+        ASSERT_EQ(registry.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
+        ASSERT_EQ(registry.RegSetValueExA(handle, name.c_str(), platform::reg::kSz,
+                                          reinterpret_cast<const std::uint8_t*>(value.c_str()),
+                                          static_cast<std::uint32_t>(value.size() + 1)),
+                  0);
+        registry.RegCloseKey(handle);
+    }
+
+    // One item in every place a node can list, and nothing else in those places.
+    void SeedEverySection() {
+        auto& registry = machine->Registry();
+        for (auto root : {platform::reg::kLocalMachine, platform::reg::kCurrentUser})
+            for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"}) {
+                tessmark::testing::DeleteTree(registry, root, std::string(kBase) + key);
+                SetString(root, std::string(kBase) + key, key, "C:\\x.exe");
+            }
+        SetString(platform::reg::kLocalMachine, discovery::RdpwdKey, "StartupPrograms", "rdpclip");
+        SetString(platform::reg::kLocalMachine, discovery::WinlogonKey, "Userinit", "userinit.exe");
+        SetString(platform::reg::kLocalMachine, discovery::WinlogonKey, "Shell", "explorer.exe");
+        std::string side = machine->Files().Environ("Appdata") + "\\Corvane Pulse";
+        std::string folderPath = side + "\\";
+        storage::MakeFolderPath(machine->Files(), folderPath);
+        ASSERT_TRUE(machine->Files().WriteWholeFile(
+            side + "\\Settings.ini", "[StartupAllUser]\r\nA=C:\\a.exe\r\n[StartupCurrUser]\r\nC=C:\\c.exe\r\n"));
+    }
+
+    // The sections of the rows, each once, in the order they first appear.
+    std::vector<std::string_view> Sections() {
+        std::vector<std::string_view> seen;
+        for (const auto& row : form.ListView1.Rows()) {
+            auto known = std::find_if(std::begin(kAll), std::end(kAll),
+                                      [&](std::string_view s) { return s == row->SubItems(3); });
+            std::string_view s = known == std::end(kAll) ? "?" : *known;
+            if (std::find(seen.begin(), seen.end(), s) == seen.end()) seen.push_back(s);
+        }
+        return seen;
+    }
+
+    // Also keys that no node of the main tree carries: the dispatch knows them.
+    void ClickNode(std::string_view key) {
+        form.treeAuto.Nodes.push_back({std::string(key), "", "", 0, false});
+        form.treeAuto.Select(std::string(key));
+        form.treeAuto_Click();
+    }
+
+    static constexpr std::string_view kAll[] = {
+        section::kAllUsersStartup,    section::kCurrentUserStartup, section::kAllRun,
+        section::kAllRunOnce,         section::kAllRunServices,     section::kAllRunServicesOnce,
+        section::kLogonStartupPrograms, section::kLogonShell,       section::kLogonUserInit,
+        section::kCurrRun,            section::kCurrRunOnce,        section::kCurrRunServices,
+        section::kCurrRunServicesOnce};
+};
+
+TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
+    SeedEverySection();
+    form.Form_Load();
+
+    ASSERT_EQ(form.treeAuto.Nodes.size(), 10u);
+    EXPECT_EQ(form.treeAuto.SelectedItem().Key, "main");
+    EXPECT_TRUE(std::all_of(form.treeAuto.Nodes.begin(), form.treeAuto.Nodes.end(),
+                            [](const frame::TreeNodeState& n) { return n.Expanded; }));
+    EXPECT_EQ(form.treeAuto.Nodes[9].Text, "Run Services Once");
+    EXPECT_EQ(form.treeAuto.Nodes[9].ParentKey, "regall");
+
+    EXPECT_EQ(form.WindowsFolder(), machine->Files().Environ("windir"));
+    EXPECT_TRUE(machine->Files().FolderExists(machine->Files().Environ("appdata") + "\\Corvane Pulse"));
+    EXPECT_EQ(form.ListView1.Count(), 9);
+    EXPECT_EQ(form.lbltotalitem.Caption, "Total  Item(s) :      9");
+    EXPECT_EQ(form.lblactiveitem.Caption, "Active Item(s):      7");
+
+    auto& ui = machine->Ui();
+    ASSERT_EQ(ui.messageBoxes.size(), 1u);
+    EXPECT_EQ(ui.messageBoxes[0].prompt,
+              "Uncheck the items you don't use every day then restart your PC to feel the Corvane Pulse!");
+    EXPECT_EQ(ui.messageBoxes[0].style, platform::kMbInformation);
+    EXPECT_EQ(ui.log, std::vector<std::string>{"Tessmark - Form_Load"});
+    // Hourglass first, default pointer last; the list is visible again.
+    ASSERT_FALSE(ui.mousePointers.empty());
+    EXPECT_EQ(ui.mousePointers.front(), platform::kMousePointerHourglass);
+    EXPECT_EQ(ui.mousePointers.back(), platform::kMousePointerDefault);
+    EXPECT_TRUE(form.ListView1.Visible);
+    EXPECT_FALSE(form.lblwait.Visible);
+}
+
+TEST_F(MainForm, EachNodeListsItsOwnSectionsOnly) {
+    SeedEverySection();
+    using V = std::vector<std::string_view>;
+    const V allUsersRegistry = {section::kAllRun, section::kAllRunOnce, section::kAllRunServices,
+                                section::kAllRunServicesOnce, section::kLogonStartupPrograms,
+                                section::kLogonUserInit, section::kLogonShell};
+    V registry = allUsersRegistry;
+    registry.insert(registry.end(), {section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices});
+    const V logon = {section::kLogonStartupPrograms, section::kLogonUserInit, section::kLogonShell};
+    const struct {
+        std::string_view key;
+        V sections;
+    } cases[] = {
+        // All Items: the Run family and the folders, never the logon values.
+        {frame::key::kMain,
+         {section::kAllRun, section::kAllRunOnce, section::kAllRunServices, section::kAllRunServicesOnce,
+          section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices, section::kAllUsersStartup,
+          section::kCurrentUserStartup}},
+        {frame::key::kStartFolder, {section::kAllUsersStartup, section::kCurrentUserStartup}},
+        {frame::key::kAllUsers, {section::kAllUsersStartup}},
+        {frame::key::kCurrUser, {section::kCurrentUserStartup}},
+        {frame::key::kRegistry, registry},
+        {frame::key::kRegAll, allUsersRegistry},
+        {frame::key::kRunExAll, {section::kAllRun}},
+        {frame::key::kRunOnceAll, {section::kAllRunOnce}},
+        {frame::key::kRunServiceAll, {section::kAllRunServices}},
+        {frame::key::kRunServiceOnceAll, {section::kAllRunServicesOnce}},
+        // Keys no node of the main tree carries still dispatch.
+        {frame::key::kRegCurr, {section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices}},
+        {frame::key::kRunServiceCurr, {section::kCurrRunServices}},
+        {frame::key::kLogonAll, logon},
+        {frame::key::kShellAll, {section::kLogonShell}},
+        {frame::key::kDriverAll, {}},
+        {frame::key::kBhoAll, {}},
+        {"nosuchnode", {}},
+    };
+    for (const auto& c : cases) {
+        ClickNode(c.key);
+        EXPECT_EQ(Sections(), c.sections) << c.key;
+        EXPECT_TRUE(form.treeAuto.Enabled) << c.key;
+        EXPECT_TRUE(form.ListView1.Visible) << c.key;
+    }
+    // Clicking an empty section leaves both totals at 0.
+    EXPECT_EQ(form.lbltotalitem.Caption, "Total  Item(s) :      0");
+    EXPECT_EQ(form.lblactiveitem.Caption, "Active Item(s):      0");
+}
+
+TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
+    SeedEverySection();
+    // The first row is selected after a population and the panel follows it.
+    SetString(platform::reg::kLocalMachine, std::string(kBase) + "Run", "Run", "\"" + machine->VersionedFile() + "\"");
+    ClickNode(frame::key::kRunExAll);
+    EXPECT_EQ(form.LblSection.Caption, "Section: Registry\\All Users\\Run");
+    // A company but no product name: "N/A" first, the company below it.
+    EXPECT_EQ(form.lblNameVer.Caption, "N/A");
+    EXPECT_EQ(form.lblCompanyName.Caption, "Company: " FIXTURE_COMPANY_NAME);
+    EXPECT_NE(form.LblDescription.Caption, "Description: N/A");
+    EXPECT_TRUE(form.imgCheckVisible);
+    EXPECT_FALSE(form.imgNoCheckVisible);
+    EXPECT_FALSE(form.FrmMenu.mnuDisableChecked);
+    EXPECT_EQ(form.picIcon.Height, 960);
+
+    // A disabled row whose program is missing: "N/A" three times, section filled.
+    ClickNode(frame::key::kAllUsers);
+    EXPECT_EQ(form.lblNameVer.Caption, "N/A");
+    EXPECT_EQ(form.lblCompanyName.Caption, "Company: N/A");
+    EXPECT_EQ(form.LblDescription.Caption, "Description: N/A");
+    EXPECT_EQ(form.LblSection.Caption, "Section: All Users\\Startup");
+    EXPECT_FALSE(form.imgCheckVisible);
+    EXPECT_TRUE(form.imgNoCheckVisible);
+    EXPECT_TRUE(form.FrmMenu.mnuDisableChecked);
+
+    // Filling an empty section clicks the empty list, which clears the panel.
+    ClickNode(frame::key::kBhoAll);
+    EXPECT_EQ(form.LblSection.Caption, "");
+    EXPECT_FALSE(form.imgNoCheckVisible);
+}
+
+TEST_F(MainForm, CaptionButtonsChangeBitmapsOnlyWhenTheHotPartChanges) {
+    form.CmdClose_MouseMove();
+    EXPECT_EQ(form.CmdClosePicture, "close_hover");
+    form.CmdClose_MouseDown(2);
+    EXPECT_EQ(form.CmdClosePicture, "close_hover");
+    form.CmdClose_MouseDown(1);
+    form.CmdClose_MouseMove();  // still the hot part: the pressed bitmap stays
+    EXPECT_EQ(form.CmdClosePicture, "CLOSE_DOWN");
+    // Straight from Close to Minimise.
+    form.CmdMinimise_MouseMove();
+    EXPECT_EQ(form.CmdClosePicture, "close_normal");
+    EXPECT_EQ(form.CmdMinimisePicture, "minimize_hover");
+    form.Form_MouseMove();
+    EXPECT_EQ(form.HotControl, "Form");
+    EXPECT_EQ(form.CmdMinimisePicture, "minimize_normal");
+
+    form.CmdMinimise_MouseUp(2);
+    EXPECT_EQ(form.WindowState, 0);
+    form.CmdMinimise_MouseUp(1);
+    EXPECT_EQ(form.WindowState, 1);
+
+    form.hWnd = 77;
+    form.Form_MouseDown(2, 374);
+    form.Form_MouseDown(1, 375);
+    EXPECT_EQ(machine->Ui().drags, std::vector<platform::WindowHandle>{77});
+}
+
+TEST_F(MainForm, ClosingReleasesTheInstanceRemovesTheTrayIconAndEnds) {
+    int released = 0;
+    form.ReleaseSingleInstance = [&] { ++released; };
+    form.CmdClose_MouseUp(2);
+    EXPECT_EQ(released, 0);
+    EXPECT_THROW(form.CmdClose_MouseUp(1), ProcessEnded);
+    EXPECT_THROW(form.BtnClose_Click(), ProcessEnded);
+    EXPECT_EQ(released, 2);
+    EXPECT_EQ(machine->Ui().trayRemovals, 2);
+}
+
+}  // namespace
