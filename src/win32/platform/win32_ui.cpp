@@ -13,6 +13,7 @@ int Win32Ui::MsgBox(const std::string& prompt, int style, const std::string& tit
 }
 
 void Win32Ui::DoEvents() {
+    if (beforeEvents) beforeEvents();
     MSG msg;
     while (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
         if (msg.message == WM_QUIT) {

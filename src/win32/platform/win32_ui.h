@@ -1,6 +1,7 @@
 #pragma once
 // UI services on the real desktop: user32 message boxes and the message pump.
 #include <functional>
+#include <string>
 
 #include "platform/ui_services.h"
 
@@ -21,6 +22,10 @@ public:
     bool ShowWindow(WindowHandle window, int command) override;
     bool SetForegroundWindow(WindowHandle window) override;
     [[noreturn]] void EndProcess(int exitCode) override;
+
+    // Runs at the start of each DoEvents, before the waiting messages: lets
+    // the windows show what the logic has changed so far.
+    std::function<void()> beforeEvents;
 
 private:
     std::string appTitle_;

@@ -1,0 +1,32 @@
+#include "win32/app/controls.h"
+
+#include <vector>
+
+namespace tessmark::app {
+
+void Place(HWND window, const RECT& bounds) {
+    SetWindowPos(window, nullptr, bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+HWND Control(HWND parent, const char* className, int id, DWORD style, HFONT font, const RECT& bounds,
+             const char* text) {
+    HWND control = CreateWindowExA(0, className, text, WS_CHILD | WS_VISIBLE | style, bounds.left, bounds.top,
+                                   bounds.right - bounds.left, bounds.bottom - bounds.top, parent,
+                                   reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr),
+                                   nullptr);
+    SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    return control;
+}
+
+void SetText(HWND window, const std::string& text) {
+    std::vector<char> shown(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1);
+    GetWindowTextA(window, shown.data(), static_cast<int>(shown.size()));
+    if (text.c_str() != std::string(shown.data())) SetWindowTextA(window, text.c_str());
+}
+
+void ShowIf(HWND window, bool visible) {
+    if ((IsWindowVisible(window) != FALSE) != visible) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+}  // namespace tessmark::app

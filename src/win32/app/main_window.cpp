@@ -1,0 +1,335 @@
+#include "win32/app/main_window.h"
+
+#include <algorithm>
+
+#include "win32/app/control_ids.h"
+#include "win32/app/controls.h"
+#include "win32/app/icons.h"
+
+namespace tessmark::app {
+
+namespace {
+
+constexpr int kWidth = 735;
+constexpr int kHeight = 551;
+constexpr int kCaptionStrip = 25;  // the strip a press drags the window by
+constexpr int kMargin = 8;
+constexpr int kContentTop = kCaptionStrip + 7;
+constexpr int kContentBottom = 514;
+constexpr int kBar = 5;  // a divider's thickness
+constexpr int kMinPane = 60;
+constexpr int kDetailsHeight = 112;
+constexpr WORD kProgramIcon = 101;
+
+constexpr Twips kCommand1{8415, 7830, 1230, 375};
+constexpr Twips kBtnClose{9720, 7830, 1185, 375};
+constexpr RECT kCmdMinimise{kWidth - 6 - 43 - 2 - 26, 4, kWidth - 6 - 43 - 2, 21};
+constexpr RECT kCmdClose{kWidth - 6 - 43, 4, kWidth - 6, 21};
+constexpr RECT kTotal{kMargin, 527, kMargin + 160, 541};
+constexpr RECT kActive{kMargin + 170, 527, kMargin + 330, 541};
+
+// A click on the tree is handled once the tree has finished with it, so that
+// the click acts on the node it selected.
+constexpr UINT kTreeClicked = WM_APP + 1;
+
+constexpr COLORREF kBodyColour = RGB(0xE9, 0xEE, 0xF5);
+constexpr COLORREF kBarColour = RGB(0xC8, 0xD3, 0xE2);
+constexpr COLORREF kFrameColour = RGB(0x30, 0x48, 0x6A);
+constexpr COLORREF kCaptionTop = RGB(0x5B, 0x7F, 0xAE);
+constexpr COLORREF kCaptionBottom = RGB(0x30, 0x48, 0x6A);
+
+OwnedFont Tahoma(int height, int weight) {
+    return OwnedFont(CreateFontA(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                                 CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, "Tahoma"));
+}
+
+int Blend(int from, int to, int step, int steps) { return from + (to - from) * step / steps; }
+
+void FillSolid(HDC dc, const RECT& area, COLORREF colour) {
+    SetBkColor(dc, colour);
+    ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
+}
+
+}  // namespace
+
+MainWindow::MainWindow(HINSTANCE instance, frame::FrmMain2& form, platform::UiServices& ui)
+    : form_(form),
+      ui_(ui),
+      font_(Tahoma(11, FW_NORMAL)),
+      bold_(Tahoma(11, FW_BOLD)),
+      captionFont_(Tahoma(12, FW_BOLD)),
+      body_(CreateSolidBrush(kBodyColour)),
+      white_(CreateSolidBrush(RGB(0xFF, 0xFF, 0xFF))),
+      bar_(CreateSolidBrush(kBarColour)),
+      smallIcon_(IconOf({0, kProgramIcon, false}, 16)),
+      treeWidth_(200),
+      detailsTop_(kContentBottom - kDetailsHeight - kBar) {
+    INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&controls);
+
+    WNDCLASSEXA cls = {};
+    cls.cbSize = sizeof cls;
+    cls.lpfnWndProc = Proc;
+    cls.hInstance = instance;
+    cls.hIcon = LoadIconA(instance, MAKEINTRESOURCEA(kProgramIcon));
+    cls.hIconSm = smallIcon_.get();
+    cls.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    cls.lpszClassName = id::kMainWindowClass;
+    RegisterClassExA(&cls);
+    const int left = std::max(0, (GetSystemMetrics(SM_CXSCREEN) - kWidth) / 2);
+    const int top = std::max(0, (GetSystemMetrics(SM_CYSCREEN) - kHeight) / 2);
+    // No system caption: the window paints its own frame and plays its own caption buttons.
+    CreateWindowExA(WS_EX_APPWINDOW, id::kMainWindowClass, form_.Caption.c_str(),
+                    WS_POPUP | WS_CLIPCHILDREN | WS_SYSMENU | WS_MINIMIZEBOX, left, top, kWidth, kHeight, nullptr,
+                    nullptr, instance, this);
+    form_.hWnd = reinterpret_cast<platform::WindowHandle>(window_);
+    CreateControls();
+    Arrange();
+}
+
+MainWindow::~MainWindow() {
+    if (window_ == nullptr) return;
+    SetWindowLongPtrA(window_, GWLP_USERDATA, 0);
+    DestroyWindow(window_);
+}
+
+void MainWindow::CreateControls() {
+    treeAuto_ = std::make_unique<SectionTreeView>(window_, id::treeAuto, font_.get());
+    treeAuto_->onKeyPress = [this](int keyAscii) { Fire([&] { form_.treeAuto_KeyPress(keyAscii); }); };
+    Splitter1_ = std::make_unique<Splitter>(window_, id::Splitter1, Splitter::Axis::Horizontal, bar_.get(), [this](int x) {
+        treeWidth_ = std::clamp(x - kMargin, kMinPane, kWidth - 2 * kMargin - kBar - 4 * kMinPane);
+        Arrange();
+    });
+    Splitter2_ = std::make_unique<Splitter>(window_, id::Splitter2, Splitter::Axis::Vertical, bar_.get(), [this](int y) {
+        detailsTop_ = std::clamp(y, kContentTop + kMinPane, kContentBottom - kBar - kMinPane);
+        Arrange();
+    });
+
+    Picture3_ = std::make_unique<Box>(window_, id::Picture3, white_.get());
+    ListView1_ = std::make_unique<ItemListView>(Picture3_->hwnd(), id::ListView1, font_.get());
+    lblwait_ = Control(Picture3_->hwnd(), "STATIC", id::lblwait, SS_CENTER | SS_CENTERIMAGE, bold_.get(), {},
+                       form_.lblwait.Caption.c_str());
+    ShowWindow(lblwait_, SW_HIDE);
+    Picture3_->onResize = [this] { Picture3_Resize(); };
+
+    picDetails_ = std::make_unique<DetailsPanel>(window_, white_.get(), font_.get(), bold_.get());
+    lbltotalitem_ = Control(window_, "STATIC", id::lbltotalitem, SS_LEFTNOWORDWRAP, font_.get(), kTotal,
+                            form_.lbltotalitem.Caption.c_str());
+    lblactiveitem_ = Control(window_, "STATIC", id::lblactiveitem, SS_LEFTNOWORDWRAP, font_.get(), kActive,
+                             form_.lblactiveitem.Caption.c_str());
+    Control(window_, "BUTTON", id::Command1, WS_TABSTOP | BS_PUSHBUTTON, font_.get(), kCommand1.Pixels(), "About");
+    Control(window_, "BUTTON", id::BtnClose, WS_TABSTOP | BS_PUSHBUTTON, font_.get(), kBtnClose.Pixels(), "Close");
+
+    using F = frame::FrmMain2;
+    InitCaptionButton(CmdClose_, id::CmdClose, {&F::CmdClose_MouseDown, &F::CmdClose_MouseMove, &F::CmdClose_MouseUp});
+    InitCaptionButton(CmdMinimise_, id::CmdMinimise,
+                      {&F::CmdMinimise_MouseDown, &F::CmdMinimise_MouseMove, &F::CmdMinimise_MouseUp});
+    Place(CmdClose_.box->hwnd(), kCmdClose);
+    Place(CmdMinimise_.box->hwnd(), kCmdMinimise);
+    SyncChrome();
+}
+
+void MainWindow::InitCaptionButton(CaptionButton& button, int id, CaptionHandlers handlers) {
+    button.box = std::make_unique<Box>(window_, id, body_.get());
+    button.box->onPaint = [&button](HDC dc, const RECT& client) {
+        HDC source = CreateCompatibleDC(dc);
+        HGDIOBJ old = SelectObject(source, button.bitmap.get());
+        BitBlt(dc, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
+        SelectObject(source, old);
+        DeleteDC(source);
+    };
+    // A pressed picture box keeps the mouse until the button goes up, wherever that happens.
+    button.box->onMouse = [this, &button, handlers](UINT message, POINT) {
+        if (message == WM_MOUSEMOVE) return FireChrome([&] { (form_.*handlers.move)(); });
+        const int pressed = MouseButton(message);
+        if (pressed == 0) return;
+        if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN) {
+            SetCapture(button.box->hwnd());
+            FireChrome([&] { (form_.*handlers.down)(pressed); });
+        } else {
+            ReleaseCapture();
+            FireChrome([&] { (form_.*handlers.up)(pressed); });
+        }
+    };
+}
+
+void MainWindow::SyncCaptionButton(CaptionButton& button, const std::string& name) {
+    if (button.name == name && button.bitmap) return;
+    button.bitmap.reset(LoadBitmapA(GetModuleHandleA(nullptr), name.c_str()));
+    button.name = name;
+    InvalidateRect(button.box->hwnd(), nullptr, FALSE);
+}
+
+void MainWindow::SyncChrome() {
+    SyncCaptionButton(CmdClose_, form_.CmdClosePicture);
+    SyncCaptionButton(CmdMinimise_, form_.CmdMinimisePicture);
+    if (form_.WindowState == 1 && !IsIconic(window_)) ShowWindow(window_, SW_MINIMIZE);
+}
+
+void MainWindow::Show() {
+    Refresh();
+    if (!IsWindowVisible(window_)) ShowWindow(window_, SW_SHOW);
+    UpdateWindow(window_);
+}
+
+void MainWindow::Refresh() {
+    treeAuto_->Sync(form_.treeAuto);
+    ListView1_->Sync(form_.ListView1, form_.imgListIcons);
+    SetText(lblwait_, form_.lblwait.Caption);
+    ShowIf(lblwait_, form_.lblwait.Visible);
+    SetText(lbltotalitem_, form_.lbltotalitem.Caption);
+    SetText(lblactiveitem_, form_.lblactiveitem.Caption);
+    picDetails_->Sync(form_);
+    SyncChrome();
+    // The form asks once for the list to take the focus.
+    if (form_.listHasFocus) {
+        form_.listHasFocus = false;
+        SetFocus(ListView1_->hwnd());
+    }
+}
+
+void MainWindow::Arrange() {
+    const int splitter1 = kMargin + treeWidth_;
+    const int right = splitter1 + kBar;
+    const int rightEdge = kWidth - kMargin;
+    Place(treeAuto_->hwnd(), {kMargin, kContentTop, splitter1, kContentBottom});
+    Place(Splitter1_->hwnd(), {splitter1, kContentTop, right, kContentBottom});
+    Place(Picture3_->hwnd(), {right, kContentTop, rightEdge, detailsTop_});
+    Place(Splitter2_->hwnd(), {right, detailsTop_, rightEdge, detailsTop_ + kBar});
+    Place(picDetails_->hwnd(), {right, detailsTop_ + kBar, rightEdge, kContentBottom});
+}
+
+// The list lies over Picture3 and follows it.
+void MainWindow::Picture3_Resize() {
+    RECT area;
+    GetClientRect(Picture3_->hwnd(), &area);
+    Place(ListView1_->hwnd(), area);
+    Place(lblwait_, area);
+}
+
+void MainWindow::Paint(HDC dc) {
+    RECT client;
+    GetClientRect(window_, &client);
+    FillSolid(dc, {0, kCaptionStrip, client.right, client.bottom}, kBodyColour);
+    for (int y = 0; y < kCaptionStrip; ++y) {
+        const COLORREF shade =
+            RGB(Blend(GetRValue(kCaptionTop), GetRValue(kCaptionBottom), y, kCaptionStrip),
+                Blend(GetGValue(kCaptionTop), GetGValue(kCaptionBottom), y, kCaptionStrip),
+                Blend(GetBValue(kCaptionTop), GetBValue(kCaptionBottom), y, kCaptionStrip));
+        FillSolid(dc, {0, y, client.right, y + 1}, shade);
+    }
+    DrawIconEx(dc, 6, (kCaptionStrip - 16) / 2, smallIcon_.get(), 16, 16, 0, nullptr, DI_NORMAL);
+    HGDIOBJ oldFont = SelectObject(dc, captionFont_.get());
+    SetBkMode(dc, TRANSPARENT);
+    SetTextColor(dc, RGB(0xFF, 0xFF, 0xFF));
+    RECT text{28, 0, client.right, kCaptionStrip};
+    DrawTextA(dc, form_.Caption.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+    SelectObject(dc, oldFont);
+    HBRUSH frame = CreateSolidBrush(kFrameColour);
+    FrameRect(dc, &client, frame);
+    DeleteObject(frame);
+}
+
+LRESULT CALLBACK MainWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* view = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
+        view->window_ = window;
+        SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(view));
+    }
+    auto* view = reinterpret_cast<MainWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    // Until the controls exist, the window is only being made.
+    if (view == nullptr || view->lblactiveitem_ == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+    return view->Handle(message, wParam, lParam);
+}
+
+LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_ERASEBKGND:
+        return 1;
+    case WM_PAINT: {
+        PAINTSTRUCT paint;
+        Paint(BeginPaint(window_, &paint));
+        EndPaint(window_, &paint);
+        return 0;
+    }
+    case WM_CTLCOLORSTATIC:
+        SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+        return reinterpret_cast<LRESULT>(body_.get());
+    case WM_SIZE:
+        if (wParam == SIZE_MINIMIZED || wParam == SIZE_RESTORED) form_.WindowState = wParam == SIZE_MINIMIZED ? 1 : 0;
+        FireChrome([&] { form_.Form_Resize(); });
+        return 0;
+    case WM_MOUSEMOVE:
+        FireChrome([&] { form_.Form_MouseMove(); });
+        return 0;
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN: {
+        const int y = static_cast<short>(HIWORD(lParam));
+        FireChrome([&] { form_.Form_MouseDown(MouseButton(message), y * static_cast<int>(kTwipsPerPixel)); });
+        return 0;
+    }
+    case WM_NOTIFY:
+        Notify(*reinterpret_cast<const NMHDR*>(lParam));
+        return 0;
+    case WM_COMMAND:
+        if (HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) == id::Command1) Fire([&] { form_.Command1_Click(); });
+        if (HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) == id::BtnClose) Fire([&] { form_.BtnClose_Click(); });
+        return 0;
+    case kTreeClicked:
+        Fire([&] { form_.treeAuto_Click(); });
+        return 0;
+    case WM_CLOSE:
+        // Closed from outside (the task bar, Alt+F4): unloaded like the Close button, then the end.
+        Fire([&] {
+            form_.Form_QueryUnload();
+            form_.Form_Unload();
+        });
+        ui_.EndProcess(0);
+        return 0;
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+    default:
+        break;
+    }
+    return DefWindowProcA(window_, message, wParam, lParam);
+}
+
+void MainWindow::Notify(const NMHDR& header) {
+    if (header.idFrom == id::treeAuto) {
+        switch (header.code) {
+        case TVN_SELCHANGEDA:
+        case TVN_SELCHANGEDW:
+            // The form's tree follows the user's choice; only a click or a key press fills the list.
+            if (long node = treeAuto_->SelectedByUser(reinterpret_cast<const NMTREEVIEWA&>(header)); node >= 0)
+                form_.treeAuto.selected = node;
+            break;
+        case NM_CLICK:
+            PostMessageA(window_, kTreeClicked, 0, 0);
+            break;
+        default:
+            break;
+        }
+    } else if (header.idFrom == id::ListView1) {
+        switch (header.code) {
+        case LVN_GETDISPINFOA:
+            ListView1_->FillDisplayInfo(*reinterpret_cast<NMLVDISPINFOA*>(const_cast<NMHDR*>(&header)),
+                                        form_.ListView1);
+            break;
+        case LVN_ITEMCHANGED:
+            if (long row = ListView1_->SelectedByUser(reinterpret_cast<const NMLISTVIEW&>(header), form_.ListView1))
+                form_.ListView1.Select(form_.ListView1(row));
+            break;
+        case NM_CLICK:
+            Fire([&] { form_.ListView1_Click(); });
+            break;
+        // The check box, keys, presses, double clicks and column clicks of the
+        // list go to the form's list handlers here.
+        default:
+            break;
+        }
+    }
+}
+
+}  // namespace tessmark::app
