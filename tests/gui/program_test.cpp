@@ -7,92 +7,17 @@
 #include <string>
 #include <vector>
 
+#include "gui_driver.h"
+#include "win32/app/control_ids.h"
+
 namespace {
 
-std::string programPath;  // the program under test, as a Windows path
-
-constexpr DWORD kPatience = 20000;  // ms for a window to come or a process to end
-
-// A started copy of the program; killed at the end if it is still running.
-class Program {
-public:
-    Program() {
-        STARTUPINFOA startup = {};
-        startup.cb = sizeof startup;
-        std::string commandLine = "\"" + programPath + "\"";
-        started_ = CreateProcessA(programPath.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                  nullptr, &startup, &info_) != FALSE;
-    }
-    ~Program() {
-        if (!started_) return;
-        if (Running()) {
-            TerminateProcess(info_.hProcess, 1);
-            WaitForSingleObject(info_.hProcess, kPatience);
-        }
-        CloseHandle(info_.hThread);
-        CloseHandle(info_.hProcess);
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-
-    bool Started() const { return started_; }
-    DWORD Id() const { return info_.dwProcessId; }
-    bool Running() const { return WaitForSingleObject(info_.hProcess, 0) == WAIT_TIMEOUT; }
-    // True when the process ended in time; its exit code goes to *code.
-    bool WaitForExit(DWORD* code) const {
-        if (WaitForSingleObject(info_.hProcess, kPatience) != WAIT_OBJECT_0) return false;
-        GetExitCodeProcess(info_.hProcess, code);
-        return true;
-    }
-    // A visible top-level window of this process with the class (null: any) and title.
-    HWND VisibleWindow(const char* className, const char* title) const {
-        for (HWND w = nullptr; (w = FindWindowExA(nullptr, w, className, title)) != nullptr;) {
-            DWORD owner = 0;
-            GetWindowThreadProcessId(w, &owner);
-            if (owner == Id() && IsWindowVisible(w)) return w;
-        }
-        return nullptr;
-    }
-    HWND WaitForWindow(const char* className, const char* title) const {
-        for (DWORD waited = 0; waited < kPatience; waited += 100) {
-            if (HWND w = VisibleWindow(className, title)) return w;
-            Sleep(100);
-        }
-        return nullptr;
-    }
-
-private:
-    PROCESS_INFORMATION info_ = {};
-    bool started_ = false;
-};
-
-std::string TextOf(HWND window) {
-    char text[512] = {};
-    SendMessageA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
-    return text;
-}
-
-BOOL CALLBACK CollectStaticText(HWND child, LPARAM texts) {
-    char cls[64] = {};
-    GetClassNameA(child, cls, sizeof cls);
-    if (lstrcmpiA(cls, "Static") == 0) {
-        std::string text = TextOf(child);
-        if (!text.empty()) reinterpret_cast<std::vector<std::string>*>(texts)->push_back(text);
-    }
-    return TRUE;
-}
-
-// The texts of a dialog's static controls; the icon's control has none.
-std::vector<std::string> StaticTexts(HWND dialog) {
-    std::vector<std::string> texts;
-    EnumChildWindows(dialog, CollectStaticText, reinterpret_cast<LPARAM>(&texts));
-    return texts;
-}
+using namespace tessmark::gui;
 
 TEST(Program, SecondStartIsTurnedAwayWhileTheFirstRunsOnUntilClosed) {
     Program first;
     ASSERT_TRUE(first.Started()) << "cannot start \"" << programPath << "\"";
-    HWND window = first.WaitForWindow(nullptr, "Tessmark");
+    HWND window = first.WaitForMainWindow();
     ASSERT_NE(window, nullptr) << "no window \"Tessmark\"";
     RECT box = {};
     GetWindowRect(window, &box);
@@ -104,7 +29,7 @@ TEST(Program, SecondStartIsTurnedAwayWhileTheFirstRunsOnUntilClosed) {
     HWND message = second.WaitForWindow("#32770", "App Running");
     ASSERT_NE(message, nullptr) << "no message box \"App Running\"";
     EXPECT_EQ(StaticTexts(message), std::vector<std::string>{"This application is already running"});
-    EXPECT_EQ(second.VisibleWindow(nullptr, "Tessmark"), nullptr);
+    EXPECT_EQ(second.VisibleWindow(tessmark::app::id::kMainWindowClass, nullptr), nullptr);
 
     HWND ok = GetDlgItem(message, IDOK);
     ASSERT_NE(ok, nullptr);
@@ -139,26 +64,45 @@ private:
     HANDLE handle_;
 };
 
-TEST(Program, ClosingTheWindowReleasesTheInstanceMutex) {
-    Program program;
-    HWND window = program.WaitForWindow(nullptr, "Tessmark");
-    ASSERT_NE(window, nullptr);
-    InstanceMutex mutex;
-    ASSERT_TRUE(mutex.Open());
-    EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_TIMEOUT));
+TEST(Program, EveryWayOfClosingEndsTheProgramAndReleasesTheInstanceMutex) {
+    namespace id = tessmark::app::id;
+    struct Case {
+        const char* way;
+        void (*close)(HWND window);
+    } cases[] = {
+        {"the Close button", [](HWND window) { PostMessageA(Descendant(window, id::BtnClose), BM_CLICK, 0, 0); }},
+        {"the caption's close button, pressed and released",
+         [](HWND window) {
+             HWND button = Descendant(window, id::CmdClose);
+             PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+             PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+         }},
+        {"a close from outside", [](HWND window) { PostMessageA(window, WM_CLOSE, 0, 0); }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.way);
+        Program program;
+        HWND window = program.WaitForMainWindow();
+        ASSERT_NE(window, nullptr);
+        ASSERT_TRUE(program.DismissStartMessage());
+        InstanceMutex mutex;
+        ASSERT_TRUE(mutex.Open());
+        EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_TIMEOUT));
 
-    PostMessageA(window, WM_CLOSE, 0, 0);
-    DWORD code = 1;
-    ASSERT_TRUE(program.WaitForExit(&code));
-    EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_OBJECT_0));  // not WAIT_ABANDONED
-    mutex.Release();
+        c.close(window);
+        DWORD code = 1;
+        ASSERT_TRUE(program.WaitForExit(&code));
+        EXPECT_EQ(code, 0u);
+        EXPECT_EQ(mutex.Take(), static_cast<DWORD>(WAIT_OBJECT_0));  // not WAIT_ABANDONED
+        mutex.Release();
+    }
 }
 
 TEST(Program, KilledProgramLeavesAnAbandonedMutexThatTurnsTheNextStartAway) {
     std::unique_ptr<InstanceMutex> mutex;
     {
         Program killed;
-        ASSERT_NE(killed.WaitForWindow(nullptr, "Tessmark"), nullptr);
+        ASSERT_NE(killed.WaitForMainWindow(), nullptr);
         mutex = std::make_unique<InstanceMutex>();
     }  // terminated here, still owning the mutex
     ASSERT_TRUE(mutex->Open());
@@ -223,16 +167,3 @@ TEST_F(Resources, ManifestAsksForCommonControlsSix) {
 }
 
 }  // namespace
-
-int main(int argc, char** argv) {
-    ::testing::InitGoogleTest(&argc, argv);
-    // The one argument left over is the program under test (none while tests are listed).
-    if (argc >= 2) programPath = argv[1];
-    // ctest hands over the build's Unix path; Wine's drive Z: is the Unix root.
-    if (!programPath.empty() && programPath[0] == '/') {
-        programPath = "Z:" + programPath;
-        for (char& c : programPath)
-            if (c == '/') c = '\\';
-    }
-    return RUN_ALL_TESTS();
-}

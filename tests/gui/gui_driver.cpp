@@ -1,0 +1,213 @@
+#include "gui_driver.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "win32/app/control_ids.h"
+
+namespace tessmark::gui {
+
+std::string programPath;
+
+Program::Program() {
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    std::string commandLine = "\"" + programPath + "\"";
+    started_ = CreateProcessA(programPath.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                              &startup, &info_) != FALSE;
+}
+
+Program::~Program() {
+    if (!started_) return;
+    if (Running()) {
+        TerminateProcess(info_.hProcess, 1);
+        WaitForSingleObject(info_.hProcess, kPatience);
+    }
+    CloseHandle(info_.hThread);
+    CloseHandle(info_.hProcess);
+}
+
+bool Program::WaitForExit(DWORD* code) const {
+    if (WaitForSingleObject(info_.hProcess, kPatience) != WAIT_OBJECT_0) return false;
+    GetExitCodeProcess(info_.hProcess, code);
+    return true;
+}
+
+HWND Program::VisibleWindow(const char* className, const char* title) const {
+    for (HWND w = nullptr; (w = FindWindowExA(nullptr, w, className, title)) != nullptr;) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(w, &owner);
+        if (owner == Id() && IsWindowVisible(w)) return w;
+    }
+    return nullptr;
+}
+
+HWND Program::WaitForWindow(const char* className, const char* title) const {
+    HWND found = nullptr;
+    WaitUntil([&] { return (found = VisibleWindow(className, title)) != nullptr; });
+    return found;
+}
+
+HWND Program::WaitForMainWindow() const { return WaitForWindow(tessmark::app::id::kMainWindowClass, "Tessmark"); }
+
+bool Program::DismissStartMessage() const {
+    HWND box = WaitForWindow("#32770", "Tessmark");
+    if (box == nullptr) return false;
+    PressOk(box);
+    return WaitUntil([&] { return !IsWindow(box); });
+}
+
+std::string TextOf(HWND window) {
+    char text[512] = {};
+    SendMessageA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+namespace {
+BOOL CALLBACK CollectStaticText(HWND child, LPARAM texts) {
+    char cls[64] = {};
+    GetClassNameA(child, cls, sizeof cls);
+    if (lstrcmpiA(cls, "Static") == 0) {
+        std::string text = TextOf(child);
+        if (!text.empty()) reinterpret_cast<std::vector<std::string>*>(texts)->push_back(text);
+    }
+    return TRUE;
+}
+
+struct Search {
+    int id;
+    HWND found;
+};
+BOOL CALLBACK FindById(HWND child, LPARAM search) {
+    auto* s = reinterpret_cast<Search*>(search);
+    if (GetDlgCtrlID(child) != s->id) return TRUE;
+    s->found = child;
+    return FALSE;
+}
+
+// A block of memory inside the program, for messages that pass pointers.
+class Remote {
+public:
+    Remote(HANDLE process, std::size_t size)
+        : process_(process), address_(VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE)) {}
+    ~Remote() { VirtualFreeEx(process_, address_, 0, MEM_RELEASE); }
+    Remote(const Remote&) = delete;
+    Remote& operator=(const Remote&) = delete;
+
+    char* At(std::size_t offset) const { return static_cast<char*>(address_) + offset; }
+    LPARAM Param() const { return reinterpret_cast<LPARAM>(address_); }
+    void Write(std::size_t offset, const void* data, std::size_t size) const {
+        WriteProcessMemory(process_, At(offset), data, size, nullptr);
+    }
+    void Read(std::size_t offset, void* data, std::size_t size) const {
+        ReadProcessMemory(process_, At(offset), data, size, nullptr);
+    }
+
+private:
+    HANDLE process_;
+    void* address_;
+};
+
+constexpr std::size_t kTextAt = 1024;  // where the text buffer lies in a Remote block
+constexpr int kTextSize = 1024;
+
+std::string RemoteText(const Remote& remote) {
+    char text[kTextSize] = {};
+    remote.Read(kTextAt, text, sizeof text - 1);
+    return text;
+}
+}  // namespace
+
+std::vector<std::string> StaticTexts(HWND dialog) {
+    std::vector<std::string> texts;
+    EnumChildWindows(dialog, CollectStaticText, reinterpret_cast<LPARAM>(&texts));
+    return texts;
+}
+
+void PressOk(HWND dialog) {
+    PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
+}
+
+HWND Descendant(HWND window, int id) {
+    Search search{id, nullptr};
+    EnumChildWindows(window, FindById, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+void PrintTo(const ListRow& row, std::ostream* out) {
+    *out << "{" << row.name << " | " << row.path << " | " << row.values << " | " << row.section << " | "
+         << (row.checked ? "checked" : "unchecked") << "}";
+}
+
+std::vector<ListRow> ListRows(const Program& program, HWND list) {
+    Remote remote(program.Process(), kTextAt + kTextSize);
+    auto cell = [&](int row, int column) {
+        LVITEMA item = {};
+        item.iSubItem = column;
+        item.pszText = remote.At(kTextAt);
+        item.cchTextMax = kTextSize;
+        remote.Write(0, &item, sizeof item);
+        SendMessageA(list, LVM_GETITEMTEXTA, row, remote.Param());
+        return RemoteText(remote);
+    };
+    std::vector<ListRow> rows;
+    const int count = static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0));
+    for (int i = 0; i < count; ++i) {
+        const auto state = static_cast<UINT>(SendMessageA(list, LVM_GETITEMSTATE, i, LVIS_STATEIMAGEMASK));
+        rows.push_back({cell(i, 0), cell(i, 1), cell(i, 2), cell(i, 3), state == INDEXTOSTATEIMAGEMASK(2)});
+    }
+    return rows;
+}
+
+std::vector<TreeNode> TreeNodes(const Program& program, HWND tree) {
+    Remote remote(program.Process(), kTextAt + kTextSize);
+    const auto selected = reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+    std::vector<TreeNode> nodes;
+    std::function<void(HTREEITEM)> walk = [&](HTREEITEM item) {
+        for (; item != nullptr;
+             item = reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(item)))) {
+            TVITEMA query = {};
+            query.mask = TVIF_TEXT | TVIF_STATE;
+            query.hItem = item;
+            query.stateMask = TVIS_EXPANDED;
+            query.pszText = remote.At(kTextAt);
+            query.cchTextMax = kTextSize;
+            remote.Write(0, &query, sizeof query);
+            SendMessageA(tree, TVM_GETITEMA, 0, remote.Param());
+            remote.Read(0, &query, sizeof query);
+            nodes.push_back({RemoteText(remote), (query.state & TVIS_EXPANDED) != 0, item == selected, item});
+            walk(reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item))));
+        }
+    };
+    walk(reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0)));
+    return nodes;
+}
+
+void ClickNode(const Program& program, HWND tree, HTREEITEM item) {
+    Remote remote(program.Process(), sizeof(RECT));
+    remote.Write(0, &item, sizeof item);  // the item goes in where the rectangle comes out
+    SendMessageA(tree, TVM_GETITEMRECT, TRUE, remote.Param());
+    RECT caption = {};
+    remote.Read(0, &caption, sizeof caption);
+    const LPARAM at = MAKELPARAM((caption.left + caption.right) / 2, (caption.top + caption.bottom) / 2);
+    PostMessageA(tree, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    PostMessageA(tree, WM_LBUTTONUP, 0, at);
+}
+
+}  // namespace tessmark::gui
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleTest(&argc, argv);
+    // The one argument left over is the program under test (none while tests are listed).
+    std::string& path = tessmark::gui::programPath;
+    if (argc >= 2) path = argv[1];
+    // ctest hands over the build's Unix path; Wine's drive Z: is the Unix root.
+    if (!path.empty() && path[0] == '/') {
+        path = "Z:" + path;
+        for (char& c : path)
+            if (c == '/') c = '\\';
+    }
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,79 @@
+#pragma once
+// Drives the real program from outside: starts it, finds its windows, reads
+// its controls across the process boundary and sends it input as messages.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tessmark::gui {
+
+extern std::string programPath;  // the program under test, as a Windows path
+
+inline constexpr DWORD kPatience = 20000;  // ms for a window to come, a list to fill or a process to end
+
+// Polls the condition until it holds or the patience runs out.
+template <class Condition>
+bool WaitUntil(Condition condition) {
+    for (DWORD waited = 0;; waited += 50) {
+        if (condition()) return true;
+        if (waited >= kPatience) return false;
+        Sleep(50);
+    }
+}
+
+// A started copy of the program; killed at the end if it is still running.
+class Program {
+public:
+    Program();
+    ~Program();
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    bool Started() const { return started_; }
+    DWORD Id() const { return info_.dwProcessId; }
+    HANDLE Process() const { return info_.hProcess; }
+    bool Running() const { return WaitForSingleObject(info_.hProcess, 0) == WAIT_TIMEOUT; }
+    // True when the process ended in time; its exit code goes to *code.
+    bool WaitForExit(DWORD* code) const;
+    // A visible top-level window of this process with the class (null: any) and title.
+    HWND VisibleWindow(const char* className, const char* title) const;
+    HWND WaitForWindow(const char* className, const char* title) const;
+    HWND WaitForMainWindow() const;
+    // The message box shown at every start, dismissed with OK; false when none came.
+    bool DismissStartMessage() const;
+
+private:
+    PROCESS_INFORMATION info_ = {};
+    bool started_ = false;
+};
+
+std::string TextOf(HWND window);
+// The texts of a dialog's static controls; the icon's control has none.
+std::vector<std::string> StaticTexts(HWND dialog);
+void PressOk(HWND dialog);
+// A control anywhere inside the window, by its identifier.
+HWND Descendant(HWND window, int id);
+
+struct ListRow {
+    std::string name, path, values, section;
+    bool checked = false;
+    bool operator==(const ListRow&) const = default;
+};
+void PrintTo(const ListRow& row, std::ostream* out);
+std::vector<ListRow> ListRows(const Program& program, HWND list);
+
+struct TreeNode {
+    std::string caption;
+    bool expanded = false;
+    bool selected = false;
+    HTREEITEM item = nullptr;
+};
+// The tree's nodes, each before its children.
+std::vector<TreeNode> TreeNodes(const Program& program, HWND tree);
+// A left click on the node's caption, as the mouse would send it.
+void ClickNode(const Program& program, HWND tree, HTREEITEM item);
+
+}  // namespace tessmark::gui
