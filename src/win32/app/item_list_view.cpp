@@ -16,6 +16,8 @@ struct Column {
 // The enabled flag's column stays zero wide: the user sees the check box instead.
 constexpr Column kColumns[] = {{"Name", 200}, {"Path", 333}, {"Values", 0}, {"Section", 167}};
 
+constexpr COLORREF kUnfocusedSelection = RGB(0xC8, 0xD3, 0xE2);
+
 constexpr UINT StateImage(bool checked) { return INDEXTOSTATEIMAGEMASK(checked ? 2 : 1); }
 
 }  // namespace
@@ -105,6 +107,18 @@ long ItemListView::SelectedByUser(const NMLISTVIEW& change, const discovery::Ite
     if (syncing_ || change.iItem < 0 || change.iItem >= rows.Count()) return 0;
     const bool gained = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
     return gained ? change.iItem + 1 : 0;
+}
+
+LRESULT ItemListView::CustomDraw(NMLVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && GetFocus() != list_ &&
+        ListView_GetItemState(list_, static_cast<int>(draw.nmcd.dwItemSpec), LVIS_SELECTED)) {
+        // The list paints selected rows in its own colours unless they are drawn as unselected.
+        draw.nmcd.uItemState &= ~CDIS_SELECTED;
+        draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+        draw.clrTextBk = kUnfocusedSelection;
+    }
+    return CDRF_DODEFAULT;
 }
 
 }  // namespace tessmark::app

@@ -27,6 +27,8 @@ public:
     void FillDisplayInfo(NMLVDISPINFOA& info, discovery::ItemList& rows) const;
     // The row (1-based) that the user's change selected; 0 for every other change.
     long SelectedByUser(const NMLISTVIEW& change, const discovery::ItemList& rows) const;
+    // Keeps the selected row marked while the focus is elsewhere.
+    LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
 
 private:
     void SyncImages(const discovery::ImageStore& images);

@@ -270,8 +270,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     case WM_NOTIFY:
-        Notify(*reinterpret_cast<const NMHDR*>(lParam));
-        return 0;
+        return Notify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) == id::Command1) Fire([&] { form_.Command1_Click(); });
         if (HIWORD(wParam) == BN_CLICKED && LOWORD(wParam) == id::BtnClose) Fire([&] { form_.BtnClose_Click(); });
@@ -296,7 +295,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcA(window_, message, wParam, lParam);
 }
 
-void MainWindow::Notify(const NMHDR& header) {
+LRESULT MainWindow::Notify(NMHDR& header) {
     if (header.idFrom == id::treeAuto) {
         switch (header.code) {
         case TVN_SELCHANGEDA:
@@ -308,14 +307,15 @@ void MainWindow::Notify(const NMHDR& header) {
         case NM_CLICK:
             PostMessageA(window_, kTreeClicked, 0, 0);
             break;
+        case NM_CUSTOMDRAW:
+            return treeAuto_->CustomDraw(reinterpret_cast<NMTVCUSTOMDRAW&>(header));
         default:
             break;
         }
     } else if (header.idFrom == id::ListView1) {
         switch (header.code) {
         case LVN_GETDISPINFOA:
-            ListView1_->FillDisplayInfo(*reinterpret_cast<NMLVDISPINFOA*>(const_cast<NMHDR*>(&header)),
-                                        form_.ListView1);
+            ListView1_->FillDisplayInfo(reinterpret_cast<NMLVDISPINFOA&>(header), form_.ListView1);
             break;
         case LVN_ITEMCHANGED:
             if (long row = ListView1_->SelectedByUser(reinterpret_cast<const NMLISTVIEW&>(header), form_.ListView1))
@@ -324,12 +324,15 @@ void MainWindow::Notify(const NMHDR& header) {
         case NM_CLICK:
             Fire([&] { form_.ListView1_Click(); });
             break;
+        case NM_CUSTOMDRAW:
+            return ListView1_->CustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
         // The check box, keys, presses, double clicks and column clicks of the
         // list go to the form's list handlers here.
         default:
             break;
         }
     }
+    return 0;
 }
 
 }  // namespace tessmark::app

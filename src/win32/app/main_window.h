@@ -48,7 +48,7 @@ private:
 
     static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
-    void Notify(const NMHDR& header);
+    LRESULT Notify(NMHDR& header);
     void CreateControls();
     void InitCaptionButton(CaptionButton& button, int id, CaptionHandlers handlers);
     void SyncCaptionButton(CaptionButton& button, const std::string& name);

@@ -8,6 +8,7 @@ namespace {
 // The tree's pictures are icon resources 201 onwards, in the order of their indexes.
 constexpr int kFirstPicture = 201;
 constexpr int kPictures = 5;
+constexpr COLORREF kUnfocusedSelection = RGB(0xC8, 0xD3, 0xE2);
 }  // namespace
 
 SectionTreeView::SectionTreeView(HWND parent, int id, HFONT font)
@@ -82,6 +83,15 @@ long SectionTreeView::SelectedByUser(const NMTREEVIEWA& change) const {
     if (syncing_ || change.itemNew.hItem == nullptr) return -1;
     const auto node = static_cast<long>(change.itemNew.lParam);
     return node >= 0 && node < static_cast<long>(items_.size()) ? node : -1;
+}
+
+LRESULT SectionTreeView::CustomDraw(NMTVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && (draw.nmcd.uItemState & CDIS_SELECTED) && GetFocus() != tree_) {
+        draw.clrText = GetSysColor(COLOR_WINDOWTEXT);
+        draw.clrTextBk = kUnfocusedSelection;
+    }
+    return CDRF_DODEFAULT;
 }
 
 }  // namespace tessmark::app

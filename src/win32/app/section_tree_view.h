@@ -27,6 +27,8 @@ public:
     // The node (index into the model's nodes) that a selection change of the
     // user's made current; -1 for changes made by the program.
     long SelectedByUser(const NMTREEVIEWA& change) const;
+    // Keeps the selected node marked while the list has the focus.
+    LRESULT CustomDraw(NMTVCUSTOMDRAW& draw) const;
 
     // A character typed into the tree, before the tree itself acts on it.
     std::function<void(int keyAscii)> onKeyPress;
