@@ -1,7 +1,6 @@
 #include "gui_driver.h"
 
 #include <commctrl.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 
@@ -10,6 +9,13 @@
 namespace tessmark::gui {
 
 std::string programPath;
+
+std::string WindowsPath(std::string path) {
+    if (path.empty() || path[0] != '/') return path;
+    for (char& c : path)
+        if (c == '/') c = '\\';
+    return "Z:" + path;
+}
 
 Program::Program() {
     STARTUPINFOA startup = {};
@@ -197,17 +203,3 @@ void ClickNode(const Program& program, HWND tree, HTREEITEM item) {
 }
 
 }  // namespace tessmark::gui
-
-int main(int argc, char** argv) {
-    ::testing::InitGoogleTest(&argc, argv);
-    // The one argument left over is the program under test (none while tests are listed).
-    std::string& path = tessmark::gui::programPath;
-    if (argc >= 2) path = argv[1];
-    // ctest hands over the build's Unix path; Wine's drive Z: is the Unix root.
-    if (!path.empty() && path[0] == '/') {
-        path = "Z:" + path;
-        for (char& c : path)
-            if (c == '/') c = '\\';
-    }
-    return RUN_ALL_TESTS();
-}

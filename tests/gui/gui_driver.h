@@ -12,6 +12,10 @@ namespace tessmark::gui {
 
 extern std::string programPath;  // the program under test, as a Windows path
 
+// A path as Windows sees it: a Unix path (as ctest hands over the build's)
+// lies on Wine's drive Z:, the Unix root.
+std::string WindowsPath(std::string path);
+
 inline constexpr DWORD kPatience = 20000;  // ms for a window to come, a list to fill or a process to end
 
 // Polls the condition until it holds or the patience runs out.

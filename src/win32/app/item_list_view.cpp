@@ -50,14 +50,18 @@ void ItemListView::SyncImages(const discovery::ImageStore& images) {
     for (long i = 0; stillValid && i < static_cast<long>(shown_.size()); ++i)
         stillValid = shown_[static_cast<std::size_t>(i)] == images[i + 1];
     if (!stillValid) {
-        ImageList_RemoveAll(pictures_.get());
         shown_.clear();
         slots_.clear();
     }
     for (long i = static_cast<long>(shown_.size()) + 1; i <= count; ++i) {
-        OwnedIcon icon = IconOf(images[i], kIconSize);
-        slots_.push_back(icon ? ImageList_AddIcon(pictures_.get(), icon.get()) : I_IMAGENONE);
-        shown_.push_back(images[i]);
+        const discovery::IconImage& image = images[i];
+        auto [known, added] = pictureOf_.try_emplace({image.imageList, image.index}, I_IMAGENONE);
+        if (added) {
+            OwnedIcon icon = IconOf(image, kIconSize);
+            if (icon) known->second = ImageList_AddIcon(pictures_.get(), icon.get());
+        }
+        slots_.push_back(known->second);
+        shown_.push_back(image);
     }
 }
 

@@ -2,10 +2,13 @@
 // ListView1 on the screen: a report-style owner-data list view. Rows, check
 // marks and icons are read from the model's item list while they are painted,
 // so the rows exist only once. Icons come from a picture list kept in step
-// with the model's image store.
+// with the model's image store; images of the same shell icon share one picture.
 #include <windows.h>
 #include <commctrl.h>
 
+#include <cstdint>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "discovery/ItemList.h"
@@ -35,7 +38,8 @@ private:
 
     HWND list_;
     OwnedImageList pictures_;
-    std::vector<discovery::IconImage> shown_;  // the store's images that pictures_ holds
+    std::map<std::pair<std::uintptr_t, std::int32_t>, int> pictureOf_;  // by image list and index
+    std::vector<discovery::IconImage> shown_;  // the store's images that slots_ covers
     std::vector<int> slots_;                   // per store image: its picture, or I_IMAGENONE
     bool syncing_ = false;
 };

@@ -1,0 +1,94 @@
+// Measures, by hand, how long the program takes from its start to a list
+// that shows every entry of a Run key of N values: five starts each for 10 and
+// for 1,000 values, with the median. Not a test; run it in a throw-away prefix:
+//
+//   scripts/wine-exec build/mingw-x64/tests/gui/tessmark_startup_timing.exe build/mingw-x64/tessmark.exe
+//
+// (under a display, with TESSMARK_TEST_PREFIX naming the prefix).
+//
+// It replaces the prefix's Run-family keys.
+#include <windows.h>
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "gui_driver.h"
+#include "machine.h"
+#include "win32/app/control_ids.h"
+#include "win32/platform/win32_registry.h"
+
+namespace {
+
+using namespace tessmark;
+using namespace tessmark::gui;
+
+constexpr const char* kRunFamily = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
+constexpr int kStarts = 5;
+
+void SeedRunKey(platform::RegistryPort& registry, int values) {
+    for (auto root : {platform::reg::kLocalMachine, platform::reg::kCurrentUser})
+        for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"})
+            testing::DeleteTree(registry, root, std::string(kRunFamily) + key);
+    platform::RegHandle run = 0;
+    registry.RegCreateKeyA(platform::reg::kLocalMachine, (std::string(kRunFamily) + "Run").c_str(), &run);
+    const std::string file = "C:\\windows\\notepad.exe";
+    for (int i = 0; i < values; ++i) {
+        char name[32];
+        std::snprintf(name, sizeof name, "Item%04d", i);
+        registry.RegSetValueExA(run, name, platform::reg::kSz, reinterpret_cast<const std::uint8_t*>(file.c_str()),
+                                static_cast<std::uint32_t>(file.size() + 1));
+    }
+    registry.RegCloseKey(run);
+}
+
+double Seconds(const LARGE_INTEGER& from, const LARGE_INTEGER& to) {
+    LARGE_INTEGER frequency;
+    QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(to.QuadPart - from.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+// Seconds from the start to a list of at least `rows` rows; negative when it never came.
+double TimeToFilledList(int rows) {
+    LARGE_INTEGER start, filled;
+    QueryPerformanceCounter(&start);
+    Program program;
+    HWND window = program.WaitForMainWindow();
+    if (window == nullptr) return -1;
+    HWND list = Descendant(window, app::id::ListView1);
+    for (;;) {
+        if (SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) >= rows) break;
+        if (!program.Running()) return -1;
+        Sleep(2);
+    }
+    QueryPerformanceCounter(&filled);
+    program.DismissStartMessage();
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    DWORD code = 0;
+    program.WaitForExit(&code);
+    return Seconds(start, filled);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: tessmark_startup_timing PROGRAM\n");
+        return 2;
+    }
+    programPath = WindowsPath(argv[1]);
+    platform::win32::Win32Registry registry;
+    for (int values : {10, 1000}) {
+        SeedRunKey(registry, values);
+        std::vector<double> times;
+        for (int i = 0; i < kStarts; ++i) times.push_back(TimeToFilledList(values));
+        std::sort(times.begin(), times.end());
+        std::printf("%5d Run values: median %.3f s to a filled list (", values, times[kStarts / 2]);
+        for (double t : times) std::printf(" %.3f", t);
+        std::printf(" )\n");
+    }
+    SeedRunKey(registry, 0);
+    return 0;
+}
