@@ -30,17 +30,25 @@ public:
         std::filesystem::create_directory("C:\\tessmark-test", ignored);
         return "C:\\tessmark-test";
     }
-    // Through the platform's own attrib command, one bit a call: Wine's takes only
-    // the last of several.
     void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
-        const std::pair<std::uint32_t, const char*> switches[] = {
-            {platform::kAttrReadOnly, "+r"}, {platform::kAttrHidden, "+h"}, {platform::kAttrSystem, "+s"}};
-        for (const auto& [bit, flag] : switches)
-            if (attributes & bit) std::system(("attrib " + std::string(flag) + " \"" + path + "\" >nul").c_str());
+        Attrib(path, attributes, '+');
+    }
+    void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) override {
+        Attrib(path, attributes, '-');
     }
     std::string VersionedFile() override { return _pgmptr; }
 
 private:
+    // Through the platform's own attrib command, one bit a call: Wine's takes only
+    // the last of several.
+    static void Attrib(const std::string& path, std::uint32_t attributes, char sign) {
+        const std::pair<std::uint32_t, char> switches[] = {
+            {platform::kAttrReadOnly, 'r'}, {platform::kAttrHidden, 'h'}, {platform::kAttrSystem, 's'}};
+        for (const auto& [bit, letter] : switches)
+            if (attributes & bit)
+                std::system(("attrib " + std::string{sign, letter} + " \"" + path + "\" >nul").c_str());
+    }
+
     platform::win32::Win32Registry registry_;
     platform::win32::Win32Disk disk_;
     platform::win32::Win32Process process_;
