@@ -38,7 +38,15 @@ public:
         for (const auto& [bit, flag] : switches)
             if (attributes & bit) std::system(("attrib " + std::string(flag) + " \"" + path + "\" >nul").c_str());
     }
-    std::string VersionedFile() override { return _pgmptr; }
+    // A copy of this program where the memory machine keeps its versioned file:
+    // the build folder's name has a hyphen, which command-line reduction cuts at.
+    std::string VersionedFile() override {
+        const std::string copy = "C:\\Program Files\\Tessmark Test\\tessmark_wine_tests.exe";
+        std::error_code ignored;
+        std::filesystem::create_directories("C:\\Program Files\\Tessmark Test", ignored);
+        std::filesystem::copy_file(_pgmptr, copy, std::filesystem::copy_options::skip_existing, ignored);
+        return copy;
+    }
 
 private:
     platform::win32::Win32Registry registry_;
