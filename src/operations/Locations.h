@@ -6,9 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "frame/catalogue.h"
 #include "platform/registry_port.h"
+#include "platform/shell_port.h"
 
 namespace tessmark::operations {
+
+namespace section = frame::section;
 
 struct RunLocation {
     std::string_view section;
@@ -18,19 +22,19 @@ struct RunLocation {
 
 // The eight Run-family sections; "RunServicesOnce" keeps its key in the singular.
 inline constexpr RunLocation kRunLocations[] = {
-    {"Registry\\All Users\\Run", platform::reg::kLocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"},
-    {"Registry\\All Users\\RunOnce", platform::reg::kLocalMachine,
+    {section::kAllRun, platform::reg::kLocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"},
+    {section::kAllRunOnce, platform::reg::kLocalMachine,
      "Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce"},
-    {"Registry\\All Users\\RunServices", platform::reg::kLocalMachine,
+    {section::kAllRunServices, platform::reg::kLocalMachine,
      "Software\\Microsoft\\Windows\\CurrentVersion\\RunServices"},
-    {"Registry\\All Users\\RunServicesOnce", platform::reg::kLocalMachine,
+    {section::kAllRunServicesOnce, platform::reg::kLocalMachine,
      "Software\\Microsoft\\Windows\\CurrentVersion\\RunServiceOnce"},
-    {"Registry\\Current User\\Run", platform::reg::kCurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"},
-    {"Registry\\Current User\\RunOnce", platform::reg::kCurrentUser,
+    {section::kCurrRun, platform::reg::kCurrentUser, "Software\\Microsoft\\Windows\\CurrentVersion\\Run"},
+    {section::kCurrRunOnce, platform::reg::kCurrentUser,
      "Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce"},
-    {"Registry\\Current User\\RunServices", platform::reg::kCurrentUser,
+    {section::kCurrRunServices, platform::reg::kCurrentUser,
      "Software\\Microsoft\\Windows\\CurrentVersion\\RunServices"},
-    {"Registry\\Current User\\RunServicesOnce", platform::reg::kCurrentUser,
+    {section::kCurrRunServicesOnce, platform::reg::kCurrentUser,
      "Software\\Microsoft\\Windows\\CurrentVersion\\RunServiceOnce"},
 };
 
@@ -41,8 +45,8 @@ struct FolderLocation {
 };
 
 inline constexpr FolderLocation kFolderLocations[] = {
-    {"All Users\\Startup", 24, "StartupAllUser"},
-    {"Current User\\Startup", 7, "StartupCurrUser"},
+    {section::kAllUsersStartup, platform::kCsidlCommonStartup, "StartupAllUser"},
+    {section::kCurrentUserStartup, platform::kCsidlStartup, "StartupCurrUser"},
 };
 
 struct LogonLocation {
@@ -52,17 +56,14 @@ struct LogonLocation {
 };
 
 inline constexpr LogonLocation kLogonLocations[] = {
-    {"Registry\\All Users\\Logon\\Startup Programs", "SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd",
+    {section::kLogonStartupPrograms, "SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd",
      "StartupPrograms"},
-    {"Registry\\All Users\\Logon\\UserInit", "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon", "Userinit"},
-    {"Registry\\All Users\\Logon\\Shell", "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon", "Shell"},
+    {section::kLogonUserInit, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon", "Userinit"},
+    {section::kLogonShell, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon", "Shell"},
 };
 
-inline constexpr std::string_view kServicesSection = "Registry\\All Users\\Services";
-inline constexpr std::string_view kDriversSection = "Registry\\All Users\\Drivers";
 inline constexpr std::string_view kServicesKey = "SYSTEM\\CurrentControlSet\\Services\\";
 
-inline constexpr std::string_view kBhoSection = "Registry\\All Users\\Browser Helper Objects";
 inline constexpr std::string_view kBhoKey =
     "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Browser Helper Objects\\";
 inline constexpr std::string_view kBhoDisabledKey =
@@ -70,9 +71,9 @@ inline constexpr std::string_view kBhoDisabledKey =
 
 // Exact, case-sensitive matches of a section text; null when nothing matches.
 template <class Location, std::size_t N>
-const Location* FindSection(const Location (&table)[N], const std::string& section) {
+const Location* FindSection(const Location (&table)[N], const std::string& text) {
     for (const Location& location : table)
-        if (location.section == section) return &location;
+        if (location.section == text) return &location;
     return nullptr;
 }
 

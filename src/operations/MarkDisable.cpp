@@ -30,12 +30,12 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
         }
     } else if (const LogonLocation* logon = FindSection(kLogonLocations, SectionName)) {
         DisableLogon(S(logon->PPath), ItemName, S(logon->LogonFolder));
-    } else if (SectionName == kServicesSection || SectionName == kDriversSection) {
+    } else if (SectionName == section::kServices || SectionName == section::kDrivers) {
         // Only a driver keeps its old start type; a service gets a plain mark.
         const std::string path = "HKEY_LOCAL_MACHINE\\" + S(kServicesKey) + ItemName;
         objReg().WriteDWORD(path, "Start", 4);
-        objReg().WriteDWORD(path, "AutorunsDisabled", SectionName == kServicesSection ? 1 : ItemValue);
-    } else if (SectionName == kBhoSection) {
+        objReg().WriteDWORD(path, "AutorunsDisabled", SectionName == section::kServices ? 1 : ItemValue);
+    } else if (SectionName == section::kBrowserHelperObjects) {
         if (!objReg().HaveSubkey("HKEY_LOCAL_MACHINE\\" + S(kBhoKey) + ItemPath)) {
             registry::CreateRegKey(registry, kLocalMachine, S(kBhoDisabledKey) + ItemPath);
             registry.RegDeleteKeyA(kLocalMachine, (S(kBhoKey) + ItemPath).c_str());

@@ -42,13 +42,13 @@ void ItemOperations::MarkEnable(const std::string& SectionName, const std::strin
         if (form_.objinifile.IniReadValue(ItemName) == ItemPath) form_.objinifile.IniDeleteKey(ItemName);
     } else if (const LogonLocation* logon = FindSection(kLogonLocations, SectionName)) {
         EnableLogon(S(logon->PPath), ItemName, S(logon->LogonFolder));
-    } else if (SectionName == kServicesSection || SectionName == kDriversSection) {
+    } else if (SectionName == section::kServices || SectionName == section::kDrivers) {
         // A service comes back automatic whatever it was; a driver gets the
         // number the caller hands in. The disabled mark is never read.
         objReg().WriteDWORD("HKEY_LOCAL_MACHINE\\" + S(kServicesKey) + ItemName, "Start",
-                            SectionName == kServicesSection ? 2 : ItemValue);
+                            SectionName == section::kServices ? 2 : ItemValue);
         registry::DeleteRegValue(registry, kLocalMachine, S(kServicesKey) + ItemName, "AutorunsDisabled");
-    } else if (SectionName == kBhoSection) {
+    } else if (SectionName == section::kBrowserHelperObjects) {
         if (!objReg().HaveSubkey("HKEY_LOCAL_MACHINE\\" + S(kBhoDisabledKey) + ItemPath)) {
             registry::CreateRegKey(registry, kLocalMachine, S(kBhoKey) + ItemPath);
             registry.RegDeleteKeyA(kLocalMachine, (S(kBhoDisabledKey) + ItemPath).c_str());

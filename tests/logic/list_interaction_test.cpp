@@ -33,7 +33,8 @@ protected:
     frame::FrmMain2 form{machine->Ports()};
 
     void SetUp() override {
-        form.folders = {machine->Files().Environ("windir"), machine->Files().Environ("ProgramFiles")};
+        // As the load would set them, but with a small tree for the logon scanner's file search.
+        form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
     }
 
     // Selects the node, whether or not the main tree has it, and fills the list.
