@@ -37,6 +37,8 @@ protected:
 
     // One item in every place a node can list, and nothing else in those places.
     void SeedEverySection() {
+        // As the load would set them, but with a small tree for the logon scanner's file search.
+        form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
         auto& registry = machine->Registry();
         for (auto root : {platform::reg::kLocalMachine, platform::reg::kCurrentUser})
             for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"}) {
