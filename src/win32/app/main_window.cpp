@@ -85,6 +85,7 @@ MainWindow::MainWindow(HINSTANCE instance, frame::FrmMain2& form, platform::UiSe
     form_.hWnd = reinterpret_cast<platform::WindowHandle>(window_);
     CreateControls();
     Arrange();
+    ready_ = true;
 }
 
 MainWindow::~MainWindow() {
@@ -238,7 +239,7 @@ LRESULT CALLBACK MainWindow::Proc(HWND window, UINT message, WPARAM wParam, LPAR
     }
     auto* view = reinterpret_cast<MainWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     // Until the controls exist, the window is only being made.
-    if (view == nullptr || view->lblactiveitem_ == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+    if (view == nullptr || !view->ready_) return DefWindowProcA(window, message, wParam, lParam);
     return view->Handle(message, wParam, lParam);
 }
 

@@ -72,6 +72,7 @@ private:
     frame::FrmMain2& form_;
     platform::UiServices& ui_;
     HWND window_ = nullptr;
+    bool ready_ = false;  // the controls exist
     OwnedFont font_, bold_, captionFont_;
     OwnedBrush body_, white_, bar_;
     OwnedIcon smallIcon_;
