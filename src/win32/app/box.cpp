@@ -25,11 +25,11 @@ int MouseButton(UINT message) {
     }
 }
 
-Box::Box(HWND parent, int id, HBRUSH background, HCURSOR cursor)
+Box::Box(HWND parent, int id, HBRUSH background, HCURSOR cursor, DWORD exStyle)
     : background_(background), cursor_(cursor ? cursor : LoadCursor(nullptr, IDC_ARROW)) {
     HINSTANCE instance = GetModuleHandleA(nullptr);
     RegisterOnce(instance, Proc);
-    CreateWindowExA(0, kClassName, "", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent,
+    CreateWindowExA(exStyle, kClassName, "", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0, 0, 0, parent,
                     reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, this);
 }
 

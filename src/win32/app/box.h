@@ -17,7 +17,7 @@ public:
 
     // background: the brush behind the box and behind the labels inside it;
     // the caller keeps it alive.
-    Box(HWND parent, int id, HBRUSH background, HCURSOR cursor = nullptr);
+    Box(HWND parent, int id, HBRUSH background, HCURSOR cursor = nullptr, DWORD exStyle = 0);
     Box(const Box&) = delete;
     Box& operator=(const Box&) = delete;
     ~Box();

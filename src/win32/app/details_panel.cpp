@@ -1,8 +1,8 @@
 #include "win32/app/details_panel.h"
 
 #include "win32/app/control_ids.h"
-#include "win32/app/icons.h"
 #include "win32/app/controls.h"
+#include "win32/app/icons.h"
 
 namespace tessmark::app {
 
@@ -26,7 +26,7 @@ HWND Label(HWND parent, int id, const Twips& box, HFONT font, DWORD style) {
 }  // namespace
 
 DetailsPanel::DetailsPanel(HWND parent, HBRUSH background, HFONT font, HFONT bold)
-    : panel_(parent, id::picDetails, background),
+    : panel_(parent, id::picDetails, background, nullptr, WS_EX_STATICEDGE),
       picIcon_(panel_.hwnd(), id::picIcon, background),
       imgCheck_(panel_.hwnd(), id::imgCheck, background),
       imgNoCheck_(panel_.hwnd(), id::imgNoCheck, background),
@@ -36,7 +36,6 @@ DetailsPanel::DetailsPanel(HWND parent, HBRUSH background, HFONT font, HFONT bol
       LblDescription_(Label(panel_.hwnd(), id::LblDescription, {1275, 960, 3885, 615}, font, SS_LEFT)),
       check_(IconOf({0, kCheckResource, false}, kMarkSize)),
       noCheck_(IconOf({0, kNoCheckResource, false}, kMarkSize)) {
-    SetWindowLongPtrA(panel_.hwnd(), GWL_EXSTYLE, WS_EX_STATICEDGE);
     Place(picIcon_.hwnd(), Twips{120, 120, 960, 840}.Pixels());
     picIcon_.onPaint = DrawIcon(icon_);
     imgCheck_.onPaint = DrawIcon(check_);
@@ -49,7 +48,7 @@ DetailsPanel::DetailsPanel(HWND parent, HBRUSH background, HFONT font, HFONT bol
 void DetailsPanel::Arrange() {
     RECT client;
     GetClientRect(panel_.hwnd(), &client);
-    // Both marks share one place.
+    // Both marks share one place, at the right edge, clear of the file's icon.
     const int left = client.right - kMarkSize - kMarkMargin;
     const RECT mark{left, kMarkMargin - 2, left + kMarkSize, kMarkMargin - 2 + kMarkSize};
     Place(imgCheck_.hwnd(), mark);

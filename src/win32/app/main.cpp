@@ -32,7 +32,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
             // What the logic changed shows whenever it lets the message pump run.
             ui.beforeEvents = [&view] { view->Refresh(); };
             form->Form_Load();
-            view->Refresh();
         });
     });
     // With no form open, the program has nothing to live on.

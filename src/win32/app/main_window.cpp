@@ -61,6 +61,7 @@ MainWindow::MainWindow(HINSTANCE instance, frame::FrmMain2& form, platform::UiSe
       body_(CreateSolidBrush(kBodyColour)),
       white_(CreateSolidBrush(RGB(0xFF, 0xFF, 0xFF))),
       bar_(CreateSolidBrush(kBarColour)),
+      frame_(CreateSolidBrush(kFrameColour)),
       smallIcon_(IconOf({0, kProgramIcon, false}, 16)),
       treeWidth_(200),
       detailsTop_(kContentBottom - kDetailsHeight - kBar) {
@@ -133,11 +134,10 @@ void MainWindow::CreateControls() {
 void MainWindow::InitCaptionButton(CaptionButton& button, int id, CaptionHandlers handlers) {
     button.box = std::make_unique<Box>(window_, id, body_.get());
     button.box->onPaint = [&button](HDC dc, const RECT& client) {
-        HDC source = CreateCompatibleDC(dc);
-        HGDIOBJ old = SelectObject(source, button.bitmap.get());
-        BitBlt(dc, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
-        SelectObject(source, old);
-        DeleteDC(source);
+        OwnedDc source(CreateCompatibleDC(dc));
+        HGDIOBJ old = SelectObject(source.get(), button.bitmap.get());
+        BitBlt(dc, 0, 0, client.right, client.bottom, source.get(), 0, 0, SRCCOPY);
+        SelectObject(source.get(), old);
     };
     // A pressed picture box keeps the mouse until the button goes up, wherever that happens.
     button.box->onMouse = [this, &button, handlers](UINT message, POINT) {
@@ -226,9 +226,7 @@ void MainWindow::Paint(HDC dc) {
     RECT text{28, 0, client.right, kCaptionStrip};
     DrawTextA(dc, form_.Caption.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     SelectObject(dc, oldFont);
-    HBRUSH frame = CreateSolidBrush(kFrameColour);
-    FrameRect(dc, &client, frame);
-    DeleteObject(frame);
+    FrameRect(dc, &client, frame_.get());
 }
 
 LRESULT CALLBACK MainWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -74,7 +74,7 @@ private:
     HWND window_ = nullptr;
     bool ready_ = false;  // the controls exist
     OwnedFont font_, bold_, captionFont_;
-    OwnedBrush body_, white_, bar_;
+    OwnedBrush body_, white_, bar_, frame_;
     OwnedIcon smallIcon_;
 
     std::unique_ptr<SectionTreeView> treeAuto_;
