@@ -202,4 +202,16 @@ void ClickNode(const Program& program, HWND tree, HTREEITEM item) {
     PostMessageA(tree, WM_LBUTTONUP, 0, at);
 }
 
+void ClickCheckBox(const Program& program, HWND list, int row) {
+    Remote remote(program.Process(), sizeof(RECT));
+    RECT icon = {LVIR_ICON};
+    remote.Write(0, &icon, sizeof icon);
+    SendMessageA(list, LVM_GETITEMRECT, row, remote.Param());
+    remote.Read(0, &icon, sizeof icon);
+    // The check box stands just left of the row's small icon.
+    const LPARAM at = MAKELPARAM(icon.left - 8, (icon.top + icon.bottom) / 2);
+    PostMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    PostMessageA(list, WM_LBUTTONUP, 0, at);
+}
+
 }  // namespace tessmark::gui

@@ -80,4 +80,7 @@ std::vector<TreeNode> TreeNodes(const Program& program, HWND tree);
 // A left click on the node's caption, as the mouse would send it.
 void ClickNode(const Program& program, HWND tree, HTREEITEM item);
 
+// A left click on the check box of the list's row (0-based), as the mouse would send it.
+void ClickCheckBox(const Program& program, HWND list, int row);
+
 }  // namespace tessmark::gui

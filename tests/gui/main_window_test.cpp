@@ -148,6 +148,45 @@ TEST_F(MainWindow, ClickingTheRunNodeListsOnlyTheAllUsersRunKey) {
     EXPECT_EQ(TextOf(Control(id::lblactiveitem)), "Active Item(s):      2");
 }
 
+TEST_F(MainWindow, ClearingARowsCheckBoxDisablesTheEntryAndFlipsTheRow) {
+    ASSERT_TRUE(program->DismissStartMessage());
+    HWND list = Control(id::ListView1);
+    std::vector<ListRow> rows = ListRows(*program, list);
+    auto beta = std::find_if(rows.begin(), rows.end(), [](const ListRow& r) { return r.name == "Beta"; });
+    ASSERT_NE(beta, rows.end());
+    const int index = static_cast<int>(beta - rows.begin());
+    const std::string activeBefore = TextOf(Control(id::lblactiveitem));
+
+    ClickCheckBox(*program, list, index);
+    EXPECT_TRUE(WaitUntil([&] { return !ListRows(*program, list)[index].checked; }));
+    EXPECT_EQ(ListRows(*program, list)[index],
+              (ListRow{"Beta", "C:\\windows\\regedit.exe", "No", kAllRun, false}));
+
+    // The value moved into the disabled copies.
+    tessmark::platform::RegHandle handle = 0;
+    ASSERT_EQ(registry.RegOpenKeyA(reg::kLocalMachine, (std::string(kRunFamily) + "Run").c_str(), &handle), 0);
+    EXPECT_NE(registry.RegQueryValueExA(handle, "Beta", nullptr, nullptr, nullptr), 0);
+    registry.RegCloseKey(handle);
+    ASSERT_EQ(registry.RegOpenKeyA(reg::kLocalMachine, (std::string(kRunFamily) + "Run\\AutorunsDisabled").c_str(),
+                                   &handle), 0);
+    EXPECT_EQ(registry.RegQueryValueExA(handle, "Beta", nullptr, nullptr, nullptr), 0);
+    registry.RegCloseKey(handle);
+
+    // Totals count one active item fewer; the panel shows the row, now disabled.
+    EXPECT_NE(TextOf(Control(id::lblactiveitem)), activeBefore);
+    EXPECT_EQ(SendMessageA(list, LVM_GETNEXTITEM, -1, LVNI_SELECTED), index);
+    EXPECT_EQ(TextOf(Control(id::LblSection)), std::string("Section: ") + kAllRun);
+    EXPECT_FALSE(IsWindowVisible(Control(id::imgCheck)));
+    EXPECT_TRUE(IsWindowVisible(Control(id::imgNoCheck)));
+
+    // And back: checking it again restores the live value.
+    ClickCheckBox(*program, list, index);
+    EXPECT_TRUE(WaitUntil([&] { return ListRows(*program, list)[index].checked; }));
+    ASSERT_EQ(registry.RegOpenKeyA(reg::kLocalMachine, (std::string(kRunFamily) + "Run").c_str(), &handle), 0);
+    EXPECT_EQ(registry.RegQueryValueExA(handle, "Beta", nullptr, nullptr, nullptr), 0);
+    registry.RegCloseKey(handle);
+}
+
 TEST_F(MainWindow, CaptionMinimiseButtonSendsTheWindowToTheTaskBar) {
     ASSERT_TRUE(program->DismissStartMessage());
     HWND button = Control(id::CmdMinimise);

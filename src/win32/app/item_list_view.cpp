@@ -113,6 +113,13 @@ long ItemListView::SelectedByUser(const NMLISTVIEW& change, const discovery::Ite
     return gained ? change.iItem + 1 : 0;
 }
 
+long ItemListView::CheckBoxAt(const NMITEMACTIVATE& click) const {
+    LVHITTESTINFO hit{};
+    hit.pt = click.ptAction;
+    if (ListView_SubItemHitTest(list_, &hit) < 0 || hit.iSubItem != 0) return 0;
+    return (hit.flags & LVHT_ONITEMSTATEICON) != 0 ? hit.iItem + 1 : 0;
+}
+
 LRESULT ItemListView::CustomDraw(NMLVCUSTOMDRAW& draw) const {
     if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
     if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && GetFocus() != list_ &&

@@ -30,6 +30,8 @@ public:
     void FillDisplayInfo(NMLVDISPINFOA& info, discovery::ItemList& rows) const;
     // The row (1-based) that the user's change selected; 0 for every other change.
     long SelectedByUser(const NMLISTVIEW& change, const discovery::ItemList& rows) const;
+    // The row (1-based) whose check box the click hit; 0 elsewhere.
+    long CheckBoxAt(const NMITEMACTIVATE& click) const;
     // Keeps the selected row marked while the focus is elsewhere.
     LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
 

@@ -294,6 +294,39 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefWindowProcA(window_, message, wParam, lParam);
 }
 
+// The list's check-box event: the mark flips first, then the form acts on it.
+void MainWindow::CheckRow(long row) {
+    discovery::ItemRow& item = form_.ListView1(row);
+    item.Checked = !item.Checked;
+    form_.ListView1_ItemCheck(item);
+}
+
+// The item menu; entries without a command do nothing when chosen.
+void MainWindow::ShowPopupMenu() {
+    form_.popupRequested = false;
+    enum : UINT { kNothing = 1, kRefresh, kDisable };
+    HMENU menu = CreatePopupMenu();
+    AppendMenuA(menu, MF_STRING, kNothing, "Backup");
+    AppendMenuA(menu, MF_STRING, kNothing, "Restore");
+    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(menu, MF_STRING, kRefresh, "Refresh");
+    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(menu, MF_STRING, kNothing, "Add Program");
+    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(menu, MF_STRING | (form_.FrmMenu.mnuDisableChecked ? MF_CHECKED : 0), kDisable,
+                form_.FrmMenu.mnuDisableCaption.c_str());
+    AppendMenuA(menu, MF_STRING, kNothing, "Delete");
+    AppendMenuA(menu, MF_STRING, kNothing, "Move");
+    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(menu, MF_STRING, kNothing, "Edit Properties");
+    POINT at;
+    GetCursorPos(&at);
+    const UINT chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, window_, nullptr);
+    DestroyMenu(menu);
+    if (chosen == kRefresh) Fire([&] { form_.treeAuto_Click(); });
+    if (chosen == kDisable) Fire([&] { form_.mnuDisable_Click(); });
+}
+
 LRESULT MainWindow::Notify(NMHDR& header) {
     if (header.idFrom == id::treeAuto) {
         switch (header.code) {
@@ -320,13 +353,41 @@ LRESULT MainWindow::Notify(NMHDR& header) {
             if (long row = ListView1_->SelectedByUser(reinterpret_cast<const NMLISTVIEW&>(header), form_.ListView1))
                 form_.ListView1.Select(form_.ListView1(row));
             break;
-        case NM_CLICK:
-            Fire([&] { form_.ListView1_Click(); });
+        case NM_CLICK: {
+            // A press on a row's check box flips it and checks the item in or out.
+            const long row = ListView1_->CheckBoxAt(reinterpret_cast<const NMITEMACTIVATE&>(header));
+            if (row > 0) {
+                Fire([&] { CheckRow(row); });
+            } else {
+                Fire([&] { form_.ListView1_Click(); });
+            }
+            break;
+        }
+        case NM_DBLCLK:
+            Fire([&] { form_.ListView1_DblClick(); });
+            break;
+        case NM_RCLICK: {
+            const auto& at = reinterpret_cast<const NMITEMACTIVATE&>(header);
+            Fire([&] { form_.ListView1_MouseDown(2, 0, at.ptAction.x * kTwipsPerPixel, at.ptAction.y * kTwipsPerPixel); });
+            if (form_.popupRequested) ShowPopupMenu();
+            break;
+        }
+        case LVN_KEYDOWN: {
+            const WORD key = reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey;
+            if (key == VK_SPACE) {
+                Fire([&] {
+                    if (form_.ListView1.Count() > 0) CheckRow(form_.ListView1.IndexOf(form_.ListView1.SelectedItem()));
+                });
+            } else {
+                Fire([&] { form_.ListView1_KeyDown(key, 0); });
+            }
+            break;
+        }
+        case LVN_COLUMNCLICK:
+            Fire([&] { form_.ListView1_ColumnClick(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem + 1); });
             break;
         case NM_CUSTOMDRAW:
             return ListView1_->CustomDraw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
-        // The check box, keys, presses, double clicks and column clicks of the
-        // list go to the form's list handlers here.
         default:
             break;
         }

@@ -57,6 +57,8 @@ private:
     void Picture3_Resize();
     void Paint(HDC dc);
 
+    void CheckRow(long row);
+    void ShowPopupMenu();
     template <class Handler>
     void Fire(Handler&& handler) {
         vb::RunEvent(ui_, std::forward<Handler>(handler));
