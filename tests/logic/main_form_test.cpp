@@ -23,6 +23,11 @@ class MainForm : public ::testing::Test {
 protected:
     std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
     frame::FrmMain2 form{machine->Ports()};
+    const std::string scratch = machine->ScratchFolder("TessmarkScan");
+
+    // Without Form_Load the folders are empty, and a logon lookup would walk
+    // the current drive from its root; an empty folder keeps it short.
+    void SetUp() override { form.folders = {scratch + "\\Windows", scratch + "\\Programs"}; }
 
     void SetString(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
         auto& registry = machine->Registry();

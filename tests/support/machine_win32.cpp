@@ -20,15 +20,16 @@ public:
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
     platform::ProcessPort& Process() override { return process_; }
-    std::string ScratchFolder() override {
+    std::string ScratchFolder(const std::string& name) override {
         namespace fs = std::filesystem;
+        const std::string path = "C:\\" + name;
         std::error_code ignored;
         // Read-only files are not deleted; writable, they are.
-        for (fs::recursive_directory_iterator it("C:\\tessmark-test", ignored), end; it != end; it.increment(ignored))
+        for (fs::recursive_directory_iterator it(path, ignored), end; it != end; it.increment(ignored))
             fs::permissions(it->path(), fs::perms::owner_write, fs::perm_options::add, ignored);
-        fs::remove_all("C:\\tessmark-test", ignored);
-        std::filesystem::create_directory("C:\\tessmark-test", ignored);
-        return "C:\\tessmark-test";
+        fs::remove_all(path, ignored);
+        fs::create_directory(path, ignored);
+        return path;
     }
     // Through the platform's own attrib command, one bit a call: Wine's takes only
     // the last of several.
@@ -38,7 +39,15 @@ public:
         for (const auto& [bit, flag] : switches)
             if (attributes & bit) std::system(("attrib " + std::string(flag) + " \"" + path + "\" >nul").c_str());
     }
-    std::string VersionedFile() override { return _pgmptr; }
+    // A copy of this program, away from the build folder: that path holds a
+    // hyphen, where the command-line reduction would cut it.
+    std::string VersionedFile() override {
+        const std::string copy = "C:\\TessmarkVersioned\\tessmark_wine_tests.exe";
+        std::error_code ignored;
+        std::filesystem::create_directory("C:\\TessmarkVersioned", ignored);
+        std::filesystem::copy_file(_pgmptr, copy, std::filesystem::copy_options::overwrite_existing, ignored);
+        return copy;
+    }
 
 private:
     platform::win32::Win32Registry registry_;
