@@ -22,11 +22,17 @@ protected:
     void SetUp() override {
         ASSERT_FALSE(allUsers.empty());
         ASSERT_FALSE(currentUser.empty());
+        Clean();
+        list.Clear();
+        machine->Ui().doEvents = 0;
+    }
+    // The real folders outlive the test; later suites expect them empty.
+    void TearDown() override { Clean(); }
+
+    void Clean() {
         for (const std::string& folder : {allUsers, currentUser})
             for (const std::string& name : storage::DirNormalFiles(files, folder + "\\*.*")) files.Kill(folder + "\\" + name);
         files.Kill(settings);
-        list.Clear();
-        machine->Ui().doEvents = 0;
     }
 
     void Shortcut(const std::string& folder, const std::string& name, const std::string& target) {
