@@ -38,8 +38,12 @@ TEST_F(RowServices, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWher
         EXPECT_EQ(result, c.result) << c.caller;
         EXPECT_EQ(images.Count(), c.store ? 2 : 1) << c.caller;
         EXPECT_EQ(picture.hasPicture, c.picture) << c.caller;
-        if (c.picture) EXPECT_EQ(picture.picture.large, c.large) << c.caller;
-        if (c.store) EXPECT_EQ(images[2], picture.picture) << c.caller;
+        if (c.picture) {
+            EXPECT_EQ(picture.picture.large, c.large) << c.caller;
+        }
+        if (c.store) {
+            EXPECT_EQ(images[2], picture.picture) << c.caller;
+        }
         EXPECT_EQ(picture.Width, c.side) << c.caller;
         EXPECT_EQ(picture.Height, c.side) << c.caller;
         EXPECT_EQ(tessmark::testing::Shown(name), "tool.exe") << c.caller;
