@@ -1,5 +1,6 @@
 #include "discovery/ItemList.h"
 
+#include <algorithm>
 #include <string>
 
 #include "vb/vb.h"
@@ -74,6 +75,15 @@ long ItemList::IndexOf(const ItemRow& row) const {
     for (std::size_t i = 0; i < rows_.size(); ++i)
         if (rows_[i].get() == &row) return static_cast<long>(i) + 1;
     return 0;
+}
+
+void ItemList::Sort() {
+    auto column = [this](const std::unique_ptr<ItemRow>& row) {
+        return vb::LCase(SortKey == 0 ? row->Text : row->SubItems(static_cast<int>(SortKey)));
+    };
+    std::stable_sort(rows_.begin(), rows_.end(), [&](const auto& a, const auto& b) {
+        return SortOrder == 0 ? column(a) < column(b) : column(b) < column(a);
+    });
 }
 
 }  // namespace tessmark::discovery

@@ -83,6 +83,11 @@ public:
 
     long SortKey = 0;
     long SortOrder = 0;
+    // Puts the rows in order of the column SortKey (0 the name, 1 to 3 the
+    // sub-items), ascending for SortOrder 0, by text without regard to case;
+    // rows that compare equal keep their order. Rows move; the selection stays
+    // with its row.
+    void Sort();
     bool Sorted = false;
     bool Visible = true;
 

@@ -9,6 +9,7 @@
 #include "discovery/GetExeName.h"
 #include "discovery/ItemList.h"
 #include "discovery/ScanContext.h"
+#include "operations/ItemOperations.h"
 #include "platform/ports.h"
 #include "storage/IniFile.h"
 
@@ -133,6 +134,36 @@ private:
     platform::ShFileInfo shellRecord_{};
     storage::IniFile objinifile_;
     discovery::ScanContext context_;
+
+    // ==== The list's handlers and the item operations (FrmMain2_list.cpp) ====
+public:
+    // Public operations of the form, also called by the change notification.
+    void MarkDisable(const std::string& SectionName, const std::string& ItemName, const std::string& ItemPath,
+                     std::int32_t ItemValue) {
+        itemOperations_.MarkDisable(SectionName, ItemName, ItemPath, ItemValue);
+    }
+    void MarkEnable(const std::string& SectionName, const std::string& ItemName, const std::string& ItemPath,
+                    std::int32_t ItemValue) {
+        itemOperations_.MarkEnable(SectionName, ItemName, ItemPath, ItemValue);
+    }
+
+    // Set by a right click: the view shows FrmMenu's mnuPopup at the pointer,
+    // with mnuDisable as FrmMenu holds it, and clears the flag.
+    bool popupRequested = false;
+
+    // These trap nothing: an error raised inside, also one from the
+    // operations, goes up to the top-level handler.
+    void ListView1_ItemCheck(discovery::ItemRow& Item);
+    void ListView1_MouseDown(int Button, int Shift, float x, float y);
+    void ListView1_ColumnClick(long ColumnHeaderIndex);  // the header's 1-based Index
+    // These run with errors ignored statement by statement.
+    void ListView1_DblClick();
+    void ListView1_KeyDown(int KeyCode, int Shift);
+    void mnuDisable_Click();  // the popup's Disable/Enable command
+
+private:
+    operations::ItemOperations itemOperations_{context_};
+    // ==== end of the list's handlers ====
 };
 
 // The program's own icon, resource 101, as the first image of the store.

@@ -23,11 +23,6 @@ class MainForm : public ::testing::Test {
 protected:
     std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
     frame::FrmMain2 form{machine->Ports()};
-    const std::string scratch = machine->ScratchFolder("TessmarkScan");
-
-    // Without Form_Load the folders are empty, and a logon lookup would walk
-    // the current drive from its root; an empty folder keeps it short.
-    void SetUp() override { form.folders = {scratch + "\\Windows", scratch + "\\Programs"}; }
 
     void SetString(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
         auto& registry = machine->Registry();
@@ -42,6 +37,8 @@ protected:
 
     // One item in every place a node can list, and nothing else in those places.
     void SeedEverySection() {
+        // As the load would set them, but with a small tree for the logon scanner's file search.
+        form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
         auto& registry = machine->Registry();
         for (auto root : {platform::reg::kLocalMachine, platform::reg::kCurrentUser})
             for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"}) {

@@ -29,6 +29,8 @@ public:
     virtual std::string ScratchFolder(const std::string& name) = 0;
     // Sets attribute bits (read-only, hidden, system) of a file beside those it has.
     virtual void AddFileAttributes(const std::string& path, std::uint32_t attributes) = 0;
+    // Clears those bits again, so that the file can be deleted.
+    virtual void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) = 0;
     // A program file that carries the version resource of version_fixture.h.
     virtual std::string VersionedFile() = 0;
 

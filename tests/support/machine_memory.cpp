@@ -45,6 +45,9 @@ public:
     void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
         disk_.SetAttributes(path, disk_.GetFileAttributesA(path.c_str()) | attributes);
     }
+    void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) override {
+        disk_.SetAttributes(path, disk_.GetFileAttributesA(path.c_str()) & ~attributes);
+    }
     std::string VersionedFile() override { return kVersionedFile; }
 
 private:

@@ -31,25 +31,33 @@ public:
         fs::create_directory(path, ignored);
         return path;
     }
-    // Through the platform's own attrib command, one bit a call: Wine's takes only
-    // the last of several.
     void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
-        const std::pair<std::uint32_t, const char*> switches[] = {
-            {platform::kAttrReadOnly, "+r"}, {platform::kAttrHidden, "+h"}, {platform::kAttrSystem, "+s"}};
-        for (const auto& [bit, flag] : switches)
-            if (attributes & bit) std::system(("attrib " + std::string(flag) + " \"" + path + "\" >nul").c_str());
+        Attrib(path, attributes, '+');
     }
-    // A copy of this program, away from the build folder: that path holds a
-    // hyphen, where the command-line reduction would cut it.
+    void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) override {
+        Attrib(path, attributes, '-');
+    }
+    // A copy of this program where the memory machine keeps its versioned file:
+    // the build folder's name has a hyphen, which command-line reduction cuts at.
     std::string VersionedFile() override {
-        const std::string copy = "C:\\TessmarkVersioned\\tessmark_wine_tests.exe";
+        const std::string copy = "C:\\Program Files\\Tessmark Test\\tessmark_wine_tests.exe";
         std::error_code ignored;
-        std::filesystem::create_directory("C:\\TessmarkVersioned", ignored);
-        std::filesystem::copy_file(_pgmptr, copy, std::filesystem::copy_options::overwrite_existing, ignored);
+        std::filesystem::create_directories("C:\\Program Files\\Tessmark Test", ignored);
+        std::filesystem::copy_file(_pgmptr, copy, std::filesystem::copy_options::skip_existing, ignored);
         return copy;
     }
 
 private:
+    // Through the platform's own attrib command, one bit a call: Wine's takes only
+    // the last of several.
+    static void Attrib(const std::string& path, std::uint32_t attributes, char sign) {
+        const std::pair<std::uint32_t, char> switches[] = {
+            {platform::kAttrReadOnly, 'r'}, {platform::kAttrHidden, 'h'}, {platform::kAttrSystem, 's'}};
+        for (const auto& [bit, letter] : switches)
+            if (attributes & bit)
+                std::system(("attrib " + std::string{sign, letter} + " \"" + path + "\" >nul").c_str());
+    }
+
     platform::win32::Win32Registry registry_;
     platform::win32::Win32Disk disk_;
     platform::win32::Win32Process process_;

@@ -24,6 +24,18 @@ inline void PrintTo(const RowView& row, std::ostream* out) {
 // Text as the list shows it: up to the first NUL.
 inline std::string Shown(const std::string& text) { return text.substr(0, text.find('\0')); }
 
+// The rows of a list as the user sees them, tags in their kind: "3" a number, "\"7\"" text.
+inline std::vector<RowView> RowViews(const discovery::ItemList& list) {
+    std::vector<RowView> rows;
+    for (const auto& row : list.Rows()) {
+        std::string tag;
+        if (auto* n = std::get_if<long>(&row->Tag)) tag = std::to_string(*n);
+        if (auto* t = std::get_if<std::string>(&row->Tag)) tag = "\"" + *t + "\"";
+        rows.push_back({Shown(row->Text), Shown(row->SubItems(1)), row->SubItems(2), row->SubItems(3), tag});
+    }
+    return rows;
+}
+
 class ScanFixture : public ::testing::Test {
 public:
     std::unique_ptr<TestMachine> machine = MakeTestMachine();
@@ -63,16 +75,7 @@ public:
         ASSERT_TRUE(machine->Files().WriteWholeFile(path, "MZ")) << path;
     }
 
-    std::vector<RowView> Rows() {
-        std::vector<RowView> rows;
-        for (const auto& row : list.Rows()) {
-            std::string tag;
-            if (auto* n = std::get_if<long>(&row->Tag)) tag = std::to_string(*n);
-            if (auto* t = std::get_if<std::string>(&row->Tag)) tag = "\"" + *t + "\"";
-            rows.push_back({Shown(row->Text), Shown(row->SubItems(1)), row->SubItems(2), row->SubItems(3), tag});
-        }
-        return rows;
-    }
+    std::vector<RowView> Rows() { return RowViews(list); }
 };
 
 }  // namespace tessmark::testing

@@ -1,0 +1,50 @@
+#include "operations/ItemOperations.h"
+#include "operations/Locations.h"
+#include "registry/registry_module.h"
+#include "storage/modStartup.h"
+#include "vb/vb.h"
+
+namespace tessmark::operations {
+
+using platform::reg::kLocalMachine;
+
+void ItemOperations::MarkDisable(const std::string& SectionName, const std::string& ItemName,
+                                 const std::string& ItemPath, std::int32_t ItemValue) {
+    const std::string sideFolder = form_.SideFolder();
+    auto& registry = form_.ports.registry;
+
+    if (const RunLocation* run = FindSection(kRunLocations, SectionName)) {
+        // The copy is always text, whatever type the value had.
+        registry::SetRegString(registry, run->root, S(run->key) + "\\AutorunsDisabled", ItemName, ItemPath);
+        registry::DeleteRegValue(registry, run->root, S(run->key), ItemName);
+    } else if (const FolderLocation* folder = FindSection(kFolderLocations, SectionName)) {
+        form_.objinifile.IniFilePath(sideFolder + "\\Settings.ini");
+        form_.objinifile.IniSection(S(folder->settingsSection));
+        form_.objinifile.IniWriteValue(ItemName, ItemPath);
+        // Every shortcut to the target goes, whatever it is called; its
+        // arguments, working folder and icon are not kept anywhere.
+        const std::string path = storage::GetSpecialFolder(form_.ports.shell, folder->folderId);
+        for (const std::string& file : storage::DirNormalFiles(form_.ports.files, path + "\\*.*")) {
+            if (storage::GetShortcutTarget(form_.ports.shell, path + "\\" + file) != ItemPath) continue;
+            if (!form_.ports.files.Kill(path + "\\" + file)) throw vb::VbError(vb::err::kPathFileAccess);
+        }
+    } else if (const LogonLocation* logon = FindSection(kLogonLocations, SectionName)) {
+        DisableLogon(S(logon->PPath), ItemName, S(logon->LogonFolder));
+    } else if (SectionName == section::kServices || SectionName == section::kDrivers) {
+        // Only a driver keeps its old start type; a service gets a plain mark.
+        const std::string path = "HKEY_LOCAL_MACHINE\\" + S(kServicesKey) + ItemName;
+        objReg().WriteDWORD(path, "Start", 4);
+        objReg().WriteDWORD(path, "AutorunsDisabled", SectionName == section::kServices ? 1 : ItemValue);
+    } else if (SectionName == section::kBrowserHelperObjects) {
+        if (!objReg().HaveSubkey("HKEY_LOCAL_MACHINE\\" + S(kBhoKey) + ItemPath)) {
+            registry::CreateRegKey(registry, kLocalMachine, S(kBhoDisabledKey) + ItemPath);
+            registry.RegDeleteKeyA(kLocalMachine, (S(kBhoKey) + ItemPath).c_str());
+        } else {
+            DisableBHO(ItemPath);
+        }
+    }
+    form_.ports.ui.ActivityLog("Tessmark - Section-" + SectionName + " ItemName-" + ItemName +
+                               " ItemPath-" + ItemPath);
+}
+
+}  // namespace tessmark::operations

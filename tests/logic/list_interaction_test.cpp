@@ -1,0 +1,416 @@
+// The list on the main form: check boxes, double click, F2, F5, the popup's
+// command, right click and column sorting, and items that go round from
+// enabled to disabled and back, seen in the list after each repopulation.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "frame/FrmMain2.h"
+#include "frame/catalogue.h"
+#include "item_places.h"
+#include "scan_fixture.h"
+
+using namespace tessmark;
+using tessmark::testing::ItemPlaces;
+using tessmark::testing::RowView;
+using tessmark::testing::Shown;
+using tessmark::testing::StoredValue;
+using platform::reg::kSz;
+
+namespace {
+
+constexpr const char* kNotepad = "C:\\windows\\notepad.exe";
+constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
+constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
+const std::string kBase = tessmark::testing::kRunBase;
+constexpr int kF2 = 113, kF5 = 116, kDeleteKey = 46;
+constexpr int kLeft = 1, kRight = 2;
+
+class ListInteraction : public ::testing::Test {
+protected:
+    std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
+    ItemPlaces places{*machine};
+    frame::FrmMain2 form{machine->Ports()};
+
+    void SetUp() override {
+        // As the load would set them, but with a small tree for the logon scanner's file search.
+        form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
+    }
+
+    // Selects the node, whether or not the main tree has it, and fills the list.
+    void Populate(std::string_view key) {
+        form.treeAuto.Nodes.push_back({std::string(key), "", "", 0, false});
+        form.treeAuto.Select(std::string(key));
+        form.treeAuto_Click();
+    }
+    // The rows of the given sections, in list order.
+    std::vector<RowView> Rows(const std::vector<std::string>& sections) {
+        auto rows = tessmark::testing::RowViews(form.ListView1);
+        std::erase_if(rows, [&](const RowView& row) {
+            return std::find(sections.begin(), sections.end(), row.section) == sections.end();
+        });
+        return rows;
+    }
+    discovery::ItemRow& Row(const std::string& section, const std::string& text) {
+        for (const auto& row : form.ListView1.Rows())
+            if (row->SubItems(3) == section && Shown(row->Text) == text) return *row;
+        throw std::runtime_error("no row " + text + " in " + section);
+    }
+    // A click on the row's check box: the box changes first, then the event.
+    void ClickCheckBox(discovery::ItemRow& row) {
+        row.Checked = !row.Checked;
+        form.ListView1_ItemCheck(row);
+    }
+    // A row that no scanner makes.
+    discovery::ItemRow& AddRow(const std::string& text, const std::string& section, long tag, const std::string& key) {
+        discovery::ItemRow& row = form.ListView1.Add();
+        row.Text = text;
+        row.SubItems(1) = kNotepad;
+        row.SubItems(2) = "Yes";
+        row.SubItems(3) = section;
+        row.Tag = tag;
+        row.Key = key;
+        row.Checked = true;
+        form.ListView1.Select(row);
+        return row;
+    }
+};
+
+TEST_F(ListInteraction, RunItemsOfBothHivesGoRoundWithoutTheirArgumentsAndComeBackNameless) {
+    const std::string line = "\"C:\\windows\\notepad.exe\" /min";
+    const struct {
+        platform::RegHandle root;
+        const char* section;
+        const char* tag;
+    } hives[] = {
+        {HKLM, "Registry\\All Users\\Run", "3"},
+        {HKCU, "Registry\\Current User\\Run", "21"},
+    };
+    const std::string live = kBase + "Run", disabled = live + "\\AutorunsDisabled";
+    std::vector<std::string> sections;
+    for (const auto& h : hives) {
+        places.Set(h.root, live, "Tool", line);
+        sections.push_back(h.section);
+    }
+    // The rows show the reduced path, and that is what they hand on.
+    auto expected = [&](const char* flag) {
+        std::vector<RowView> rows;
+        for (const auto& h : hives) rows.push_back({"Tool", kNotepad, flag, h.section, h.tag});
+        return rows;
+    };
+
+    Populate(frame::key::kMain);
+    ASSERT_EQ(Rows(sections), expected("Yes"));
+    for (const auto& h : hives) {
+        discovery::ItemRow& row = Row(h.section, "Tool");
+        ClickCheckBox(row);
+        EXPECT_EQ(row.SubItems(2), "No") << h.section;
+        EXPECT_FALSE(row.Checked) << h.section;
+        EXPECT_TRUE(row.Selected) << h.section;
+        EXPECT_EQ(places.Value(h.root, live, "Tool"), std::nullopt) << h.section;
+        EXPECT_EQ(places.Value(h.root, disabled, "Tool"), (StoredValue{kSz, kNotepad})) << h.section;
+    }
+
+    Populate(frame::key::kMain);
+    ASSERT_EQ(Rows(sections), expected("No"));
+    for (const auto& h : hives) {
+        discovery::ItemRow& row = Row(h.section, "Tool");
+        ClickCheckBox(row);
+        EXPECT_EQ(row.SubItems(2), "Yes") << h.section;
+        EXPECT_TRUE(row.Checked) << h.section;
+        EXPECT_EQ(places.Value(h.root, live, "Tool"), (StoredValue{kSz, kNotepad})) << h.section;
+        EXPECT_EQ(places.Value(h.root, disabled, "Tool"), std::nullopt) << h.section;
+    }
+
+    // A disabled row holds the whole 1024-character read of its copy, and that
+    // is what enabling writes back: too long for the enumeration's data buffer,
+    // so the next scan lists the item without its name, read as the default value.
+    Populate(frame::key::kMain);
+    for (const auto& h : hives)
+        EXPECT_EQ(Rows({h.section}), (std::vector<RowView>{{"", "File Not Found", "Yes", h.section, h.tag}}));
+}
+
+TEST_F(ListInteraction, OtherRunFamilyRowsHandOnTheWholeReadBufferWhoseCopyTheNextScanCannotName) {
+    const std::string line = "\"C:\\windows\\notepad.exe\" /min";
+    const struct {
+        platform::RegHandle root;
+        const char* key;
+        const char* section;
+    } keys[] = {
+        {HKLM, "RunOnce", "Registry\\All Users\\RunOnce"},
+        {HKLM, "RunServices", "Registry\\All Users\\RunServices"},
+        {HKLM, "RunServiceOnce", "Registry\\All Users\\RunServicesOnce"},
+        {HKCU, "RunOnce", "Registry\\Current User\\RunOnce"},
+        {HKCU, "RunServices", "Registry\\Current User\\RunServices"},
+    };
+    for (const auto& k : keys) places.Set(k.root, kBase + k.key, "Tool", line);
+    Populate(frame::key::kMain);
+    for (const auto& k : keys) {
+        discovery::ItemRow& row = Row(k.section, "Tool");
+        ASSERT_EQ(row.SubItems(1).size(), 1024u) << k.section;
+        ClickCheckBox(row);
+        EXPECT_EQ(places.Value(k.root, kBase + k.key, "Tool"), std::nullopt) << k.section;
+        EXPECT_EQ(places.Value(k.root, kBase + k.key + "\\AutorunsDisabled", "Tool"), (StoredValue{kSz, line}))
+            << k.section;
+    }
+    // The copies are 1024 characters long, too long for the enumeration's data
+    // buffer: the scan lists each without its name, read as the default value.
+    Populate(frame::key::kMain);
+    for (const auto& k : keys) EXPECT_EQ(Row(k.section, "").SubItems(2), "No") << k.section;
+}
+
+TEST_F(ListInteraction, StartupShortcutsGoRoundThroughTheSettingsFile) {
+    const struct {
+        int csidl;
+        std::string_view node;
+        const char* section;
+        const char* settingsSection;
+        const char* tag;
+    } folders[] = {
+        {platform::kCsidlCommonStartup, frame::key::kAllUsers, "All Users\\Startup", "StartupAllUser", "1"},
+        {platform::kCsidlStartup, frame::key::kCurrUser, "Current User\\Startup", "StartupCurrUser", "2"},
+    };
+    storage::IniFile ini(machine->Files());
+    for (const auto& f : folders) {
+        places.Shortcut(f.csidl, "Editor.lnk", kNotepad);
+        places.Shortcut(f.csidl, "Editor again.lnk", kNotepad);
+        Populate(f.node);
+        auto enabled = Rows({f.section});
+        ASSERT_EQ(enabled.size(), 2u) << f.section;
+        // The row shows the shell's name for the target, not the shortcut's.
+        const std::string name = enabled[0].text;
+        EXPECT_EQ(enabled[0], (RowView{name, kNotepad, "Yes", f.section, f.tag}));
+
+        ClickCheckBox(Row(f.section, name));
+        EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{}) << "both shortcuts to the target go";
+        ini.IniFilePath(places.SettingsFile());
+        ini.IniSection(f.settingsSection);
+        EXPECT_EQ(ini.IniReadValue(name), kNotepad);
+
+        Populate(f.node);
+        EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "No", f.section, f.tag}}));
+        ClickCheckBox(Row(f.section, name));
+        // One shortcut comes back, named after the row.
+        EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{name + ".lnk"});
+        EXPECT_EQ(places.Target(f.csidl, name + ".lnk"), kNotepad);
+        ini.IniFilePath(places.SettingsFile());
+        ini.IniSection(f.settingsSection);
+        EXPECT_EQ(ini.IniReadValue(name), "");
+
+        Populate(f.node);
+        EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "Yes", f.section, f.tag}}));
+        places.RemoveNewFolderFiles();
+    }
+}
+
+TEST_F(ListInteraction, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAlong) {
+    const std::string rdpwd = tessmark::testing::kRdpwd, winlogon = tessmark::testing::kWinlogon;
+    places.Set(HKLM, rdpwd, "StartupPrograms", "A,B,C");
+    places.Set(HKLM, winlogon, "Userinit", "A,B,C");
+    places.Set(HKLM, winlogon, "Shell", "A B C");
+    const std::vector<std::string> sections = {"Registry\\All Users\\Logon\\Startup Programs",
+                                               "Registry\\All Users\\Logon\\UserInit",
+                                               "Registry\\All Users\\Logon\\Shell"};
+    const char* tags[] = {"\"7\"", "\"9\"", "\"8\""};
+    auto expected = [&](const std::vector<std::pair<const char*, const char*>>& members) {
+        std::vector<RowView> rows;
+        for (std::size_t s = 0; s < sections.size(); ++s)
+            for (const auto& [text, flag] : members) rows.push_back({text, "File Not Found", flag, sections[s], tags[s]});
+        return rows;
+    };
+
+    Populate(frame::key::kRegAll);
+    ASSERT_EQ(Rows(sections), expected({{"A", "Yes"}, {"B", "Yes"}, {"C", "Yes"}}));
+    for (const auto& section : sections) ClickCheckBox(Row(section, "B"));
+    EXPECT_EQ(places.Value(HKLM, rdpwd, "StartupPrograms"), (StoredValue{kSz, "A,C"}));
+    EXPECT_EQ(places.Value(HKLM, winlogon, "Userinit"), (StoredValue{kSz, "A,C"}));
+    EXPECT_EQ(places.Value(HKLM, winlogon, "Shell"), (StoredValue{kSz, "A C"}));
+    EXPECT_EQ(places.Value(HKLM, rdpwd + "\\AutorunsDisabled", "StartupPrograms"), (StoredValue{kSz, "B"}));
+    EXPECT_EQ(places.Value(HKLM, winlogon + "\\AutorunsDisabled", "Userinit"), (StoredValue{kSz, "B"}));
+    EXPECT_EQ(places.Value(HKLM, winlogon + "\\AutorunsDisabled", "Shell"), (StoredValue{kSz, "B"}));
+
+    Populate(frame::key::kRegAll);
+    ASSERT_EQ(Rows(sections), expected({{"A", "Yes"}, {"C", "Yes"}, {"B", "No"}}));
+    ClickCheckBox(Row(sections[1], "B"));
+    // Userinit's emptied record goes with its key, which held Shell's as well.
+    EXPECT_FALSE(places.KeyExists(HKLM, winlogon + "\\AutorunsDisabled"));
+    ClickCheckBox(Row(sections[2], "B"));
+    ClickCheckBox(Row(sections[0], "B"));
+    EXPECT_FALSE(places.KeyExists(HKLM, rdpwd + "\\AutorunsDisabled"));
+    EXPECT_EQ(places.Value(HKLM, rdpwd, "StartupPrograms"), (StoredValue{kSz, "A,C,B"}));
+    EXPECT_EQ(places.Value(HKLM, winlogon, "Userinit"), (StoredValue{kSz, "A,C,B"}));
+    EXPECT_EQ(places.Value(HKLM, winlogon, "Shell"), (StoredValue{kSz, "A C B"}));
+
+    Populate(frame::key::kRegAll);
+    EXPECT_EQ(Rows(sections), expected({{"A", "Yes"}, {"C", "Yes"}, {"B", "Yes"}}));
+}
+
+TEST_F(ListInteraction, ADisabledStartupProgramsRowInCapitalsFlipsToNoWhenEnabled) {
+    const std::string rdpwd = tessmark::testing::kRdpwd;
+    const std::string section = "Registry\\All Users\\Logon\\Startup Programs";
+    places.Set(HKLM, rdpwd, "StartupPrograms", "A");
+    places.Set(HKLM, rdpwd + "\\AutorunsDisabled", "StartupPrograms", "B,C");
+    Populate(frame::key::kRegAll);
+    discovery::ItemRow& row = Row(section, "B");
+    ASSERT_EQ(row.SubItems(2), "NO");
+    ASSERT_FALSE(row.Checked);
+
+    ClickCheckBox(row);
+    EXPECT_EQ(places.Value(HKLM, rdpwd, "StartupPrograms"), (StoredValue{kSz, "A,B"}));
+    EXPECT_EQ(row.SubItems(2), "No");
+    EXPECT_FALSE(row.Checked);
+}
+
+TEST_F(ListInteraction, DoubleClickF2AndThePopupCommandSwitchTheSelectedRow) {
+    const std::pair<const char*, void (*)(frame::FrmMain2&)> triggers[] = {
+        {"double click", [](frame::FrmMain2& f) { f.ListView1_DblClick(); }},
+        {"F2", [](frame::FrmMain2& f) { f.ListView1_KeyDown(kF2, 0); }},
+        {"popup command", [](frame::FrmMain2& f) { f.mnuDisable_Click(); }},
+    };
+    places.Set(HKLM, kBase + "Run", "First", kNotepad);
+    places.Set(HKLM, kBase + "Run", "Second", kNotepad);
+    for (const auto& [name, fire] : triggers) {
+        Populate(frame::key::kRunExAll);
+        discovery::ItemRow& second = *form.ListView1.Rows()[1];
+        const std::string text = Shown(second.Text);
+        form.ListView1.Select(second);
+
+        fire(form);
+        EXPECT_EQ(second.SubItems(2), "No") << name;
+        EXPECT_FALSE(second.Checked) << name;
+        EXPECT_TRUE(second.Selected) << name;
+        EXPECT_EQ(form.ListView1.Rows()[0]->SubItems(2), "Yes") << name;
+        EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", text), (StoredValue{kSz, kNotepad})) << name;
+
+        fire(form);
+        EXPECT_EQ(second.SubItems(2), "Yes") << name;
+        EXPECT_TRUE(second.Selected) << name;
+        EXPECT_EQ(places.Value(HKLM, kBase + "Run", text), (StoredValue{kSz, kNotepad})) << name;
+    }
+}
+
+TEST_F(ListInteraction, F5RebuildsTheListAndOtherKeysDoNothing) {
+    places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
+    Populate(frame::key::kRunExAll);
+    places.Set(HKLM, kBase + "Run", "Newer", kNotepad);
+
+    form.ListView1_KeyDown(kDeleteKey, 0);
+    form.ListView1_KeyDown('A', 0);
+    EXPECT_EQ(form.ListView1.Count(), 1);
+    EXPECT_EQ(form.ListView1(1).SubItems(2), "Yes");
+    EXPECT_EQ(places.Value(HKLM, kBase + "Run", "Tool"), (StoredValue{kSz, kNotepad}));
+
+    form.ListView1_KeyDown(kF5, 0);
+    EXPECT_EQ(form.ListView1.Count(), 2);
+}
+
+TEST_F(ListInteraction, WithNoRowsTheCommandsDoNothingAndRightClickStillShowsThePopup) {
+    Populate(frame::key::kBhoAll);
+    ASSERT_EQ(form.ListView1.Count(), 0);
+    form.FrmMenu.mnuDisableCaption = "Enable";
+    form.ListView1_DblClick();
+    form.ListView1_KeyDown(kF2, 0);
+    form.mnuDisable_Click();
+    EXPECT_TRUE(machine->Ui().log.empty());
+
+    form.ListView1_MouseDown(kRight, 0, 10, 10);
+    EXPECT_TRUE(form.popupRequested);
+    EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Enable");
+}
+
+TEST_F(ListInteraction, RightClickNamesTheCommandAfterTheSelectedRow) {
+    places.Set(HKLM, kBase + "Run", "On", kNotepad);
+    places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Off", kNotepad);
+    Populate(frame::key::kRunExAll);
+
+    form.ListView1.Select(Row("Registry\\All Users\\Run", "Off"));
+    form.ListView1_MouseDown(kLeft, 0, 0, 0);
+    EXPECT_FALSE(form.popupRequested);
+    form.ListView1_MouseDown(kRight, 0, 0, 0);
+    EXPECT_TRUE(form.popupRequested);
+    EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Enable");
+    EXPECT_TRUE(form.FrmMenu.mnuDisableChecked);
+
+    form.popupRequested = false;
+    form.ListView1.Select(Row("Registry\\All Users\\Run", "On"));
+    form.ListView1_MouseDown(kRight, 0, 0, 0);
+    EXPECT_TRUE(form.popupRequested);
+    EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Disable");
+    EXPECT_FALSE(form.FrmMenu.mnuDisableChecked);
+
+    // Rows but no selection: the error goes up to the top-level handler.
+    form.ListView1.Clear();
+    form.ListView1.Add();
+    EXPECT_THROW(form.ListView1_MouseDown(kRight, 0, 0, 0), vb::VbError);
+}
+
+TEST_F(ListInteraction, ColumnClicksSortAscendingAndRowsKeepTheirIdentity) {
+    for (const char* name : {"beta", "Gamma", "alpha"}) places.Set(HKLM, kBase + "Run", name, kNotepad);
+    places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "delta", kNotepad);
+    Populate(frame::key::kRunExAll);
+    discovery::ItemRow& gamma = Row("Registry\\All Users\\Run", "Gamma");
+    form.ListView1.Select(gamma);
+
+    auto names = [&] {
+        std::vector<std::string> shown;
+        for (const auto& row : form.ListView1.Rows()) shown.push_back(Shown(row->Text));
+        return shown;
+    };
+    const std::vector<std::string> byName = {"alpha", "beta", "delta", "Gamma"};
+    form.ListView1_ColumnClick(1);
+    EXPECT_EQ(names(), byName);
+    form.ListView1_ColumnClick(1);
+    EXPECT_EQ(names(), byName) << "a second click does not reverse";
+    EXPECT_EQ(form.ListView1.SortKey, 0);
+    EXPECT_EQ(form.ListView1.SortOrder, 0);
+
+    form.ListView1_ColumnClick(3);  // the hidden flag column: "No" before "Yes"
+    EXPECT_EQ(names().front(), "delta");
+    EXPECT_EQ(form.ListView1.SortKey, 2);
+
+    form.ListView1_KeyDown(kF2, 0);
+    EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", "Gamma"), (StoredValue{kSz, kNotepad}));
+    EXPECT_EQ(gamma.SubItems(2), "No");
+}
+
+TEST_F(ListInteraction, DriverRowsHandOnTheStartTypeWordOfTheirKey) {
+    const std::pair<const char*, std::uint32_t> words[] = {
+        {"Zero,x", 0}, {"One,x", 1}, {"Two,x", 2}, {"Three,x", 3}, {"two,x", 0}, {"Four,x", 0}, {",x", 0},
+    };
+    const std::string key = tessmark::testing::kServiceKey;
+    for (const auto& [word, number] : words) {
+        ClickCheckBox(AddRow("TessmarkTestService", "Registry\\All Users\\Drivers", 19, word));
+        EXPECT_EQ(places.Dword(HKLM, key, "AutorunsDisabled"), number) << word;
+        EXPECT_EQ(places.Dword(HKLM, key, "Start"), 4u) << word;
+    }
+}
+
+TEST_F(ListInteraction, BrowserHelperRowsHandOnTheirKeyAsThePath) {
+    const std::string clsid = tessmark::testing::kTestClsid;
+    places.MakeKey(HKLM, tessmark::testing::kBhoBase + clsid);
+    discovery::ItemRow& row = AddRow("Helper", "Registry\\All Users\\Browser Helper Objects", 20, clsid);
+    ClickCheckBox(row);
+    EXPECT_FALSE(places.KeyExists(HKLM, tessmark::testing::kBhoBase + clsid));
+    EXPECT_TRUE(places.KeyExists(HKLM, std::string(tessmark::testing::kBhoBase) + "AutorunsDisabled\\" + clsid));
+    EXPECT_EQ(row.SubItems(2), "No");
+}
+
+TEST_F(ListInteraction, AnErrorInsideEndsTheCommandsButEscapesACheckBoxClick) {
+    // A driver row whose Key has no comma cannot be read.
+    discovery::ItemRow& row = AddRow("TessmarkTestService", "Registry\\All Users\\Drivers", 19, "Two");
+    form.ListView1_DblClick();
+    EXPECT_FALSE(row.Checked) << "the box keeps its new state";
+    EXPECT_EQ(row.SubItems(2), "Yes") << "the row's text is not renewed";
+    form.ListView1_KeyDown(kF2, 0);
+    form.mnuDisable_Click();
+    EXPECT_TRUE(machine->Ui().log.empty());
+
+    try {
+        ClickCheckBox(row);
+        ADD_FAILURE() << "the error should leave the handler";
+    } catch (const vb::VbError& error) {
+        EXPECT_EQ(error.number(), vb::err::kInvalidCall);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,192 @@
+#pragma once
+// Every place a start-up item can live, on a test machine: emptied for a test
+// and put back afterwards (the Run keys of both hives, the logon values and
+// their disabled copies, a test service, a test browser helper, both Startup
+// folders and "Settings.ini"), with readers for what the tests check there.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "machine.h"
+#include "storage/modStartup.h"
+
+namespace tessmark::testing {
+
+inline constexpr const char* kRunBase = "Software\\Microsoft\\Windows\\CurrentVersion\\";
+inline constexpr const char* kRdpwd = "SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd";
+inline constexpr const char* kWinlogon = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon";
+inline constexpr const char* kServiceKey = "SYSTEM\\CurrentControlSet\\Services\\TessmarkTestService";
+inline constexpr const char* kBhoBase = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Browser Helper Objects\\";
+inline constexpr const char* kTestClsid = "{7E57E57E-0000-4000-8000-7E57E57E0001}";
+
+// A value as stored: its type and its text up to the first NUL.
+struct StoredValue {
+    std::uint32_t type;
+    std::string text;
+    bool operator==(const StoredValue&) const = default;
+};
+
+inline void PrintTo(const StoredValue& value, std::ostream* out) {
+    *out << "{type " << value.type << ", \"" << value.text << "\"}";
+}
+
+class ItemPlaces {
+public:
+    static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
+    static constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
+
+    explicit ItemPlaces(TestMachine& machine) : machine_(machine), registry_(machine.Registry()) {
+        ClearKeys();
+        for (auto& saved : logonValues_) saved.before = Raw(HKLM, saved.key, saved.name);
+        rdpwdExisted_ = KeyExists(HKLM, kRdpwd);
+        for (auto& saved : logonValues_) Delete(HKLM, saved.key, saved.name);
+        std::string side = SideFolder() + "\\";
+        storage::MakeFolderPath(machine_.Files(), side);
+        machine_.Files().Kill(SettingsFile());
+        for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
+            for (const auto& name : FolderFiles(csidl)) before_.insert(StartupFolder(csidl) + "\\" + name);
+    }
+
+    ~ItemPlaces() {
+        RemoveNewFolderFiles();
+        machine_.Files().Kill(SettingsFile());
+        ClearKeys();
+        for (const auto& saved : logonValues_) {
+            if (saved.before) Put(HKLM, saved.key, saved.name, saved.before->first, saved.before->second);
+            else Delete(HKLM, saved.key, saved.name);
+        }
+        if (!rdpwdExisted_) DeleteTree(registry_, HKLM, kRdpwd);
+    }
+
+    // ---- registry
+
+    // Seeds a value; text types get their terminating NUL, as a setup program stores them.
+    void Set(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& text,
+             std::uint32_t type = platform::reg::kSz) {
+        Put(root, key, name, type, text + std::string(1, '\0'));
+    }
+    void SetDword(platform::RegHandle root, const std::string& key, const std::string& name, std::uint32_t number) {
+        Put(root, key, name, platform::reg::kDword, std::string(reinterpret_cast<const char*>(&number), 4));
+    }
+    std::optional<StoredValue> Value(platform::RegHandle root, const std::string& key, const std::string& name) {
+        auto raw = Raw(root, key, name);
+        if (!raw) return std::nullopt;
+        return StoredValue{raw->first, raw->second.substr(0, raw->second.find('\0'))};
+    }
+    std::optional<std::uint32_t> Dword(platform::RegHandle root, const std::string& key, const std::string& name) {
+        auto raw = Raw(root, key, name);
+        if (!raw || raw->first != platform::reg::kDword || raw->second.size() != 4) return std::nullopt;
+        std::uint32_t number;
+        std::memcpy(&number, raw->second.data(), 4);
+        return number;
+    }
+    bool KeyExists(platform::RegHandle root, const std::string& key) {
+        platform::RegHandle handle = 0;
+        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kRead, &handle) != 0) return false;
+        registry_.RegCloseKey(handle);
+        return true;
+    }
+    void MakeKey(platform::RegHandle root, const std::string& key) {
+        platform::RegHandle handle = 0;
+        ASSERT_EQ(registry_.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
+        registry_.RegCloseKey(handle);
+    }
+
+    // ---- files
+
+    std::string SideFolder() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse"; }
+    std::string SettingsFile() { return SideFolder() + "\\Settings.ini"; }
+    std::string Settings() {
+        std::string text;
+        machine_.Files().ReadWholeFile(SettingsFile(), &text);
+        return text;
+    }
+    std::string StartupFolder(int csidl) { return storage::GetSpecialFolder(machine_.Shell(), csidl); }
+    // The plain files of a Startup folder, sorted, as the program walks them.
+    std::vector<std::string> FolderFiles(int csidl) {
+        auto names = storage::DirNormalFiles(machine_.Files(), StartupFolder(csidl) + "\\*.*");
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    // The files of a Startup folder that the test made, sorted.
+    std::vector<std::string> NewFolderFiles(int csidl) {
+        std::vector<std::string> made;
+        for (const auto& name : FolderFiles(csidl))
+            if (!before_.count(StartupFolder(csidl) + "\\" + name)) made.push_back(name);
+        return made;
+    }
+    void RemoveNewFolderFiles() {
+        for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
+            for (const auto& name : NewFolderFiles(csidl)) {
+                const std::string path = StartupFolder(csidl) + "\\" + name;
+                if (machine_.Files().Kill(path)) continue;
+                machine_.RemoveFileAttributes(path, platform::kAttrReadOnly);
+                machine_.Files().Kill(path);
+            }
+    }
+    void Shortcut(int csidl, const std::string& name, const std::string& target) {
+        ASSERT_TRUE(machine_.Shell().SaveShortcut(StartupFolder(csidl) + "\\" + name, target, target + ",0", 1)) << name;
+    }
+    std::string Target(int csidl, const std::string& name) {
+        return storage::GetShortcutTarget(machine_.Shell(), StartupFolder(csidl) + "\\" + name);
+    }
+
+private:
+    struct SavedValue {
+        const char* key;
+        const char* name;
+        std::optional<std::pair<std::uint32_t, std::string>> before;
+    };
+
+    void ClearKeys() {
+        for (auto root : {HKLM, HKCU})
+            for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"})
+                DeleteTree(registry_, root, std::string(kRunBase) + key);
+        DeleteTree(registry_, HKLM, std::string(kRdpwd) + "\\AutorunsDisabled");
+        DeleteTree(registry_, HKLM, std::string(kWinlogon) + "\\AutorunsDisabled");
+        DeleteTree(registry_, HKLM, kServiceKey);
+        DeleteTree(registry_, HKLM, std::string(kBhoBase) + kTestClsid);
+        DeleteTree(registry_, HKLM, std::string(kBhoBase) + "AutorunsDisabled");
+    }
+
+    std::optional<std::pair<std::uint32_t, std::string>> Raw(platform::RegHandle root, const std::string& key,
+                                                             const std::string& name) {
+        platform::RegHandle handle = 0;
+        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kRead, &handle) != 0) return std::nullopt;
+        std::uint8_t data[4096];
+        std::uint32_t size = sizeof data, type = 0;
+        const auto rc = registry_.RegQueryValueExA(handle, name.c_str(), &type, data, &size);
+        registry_.RegCloseKey(handle);
+        if (rc != 0) return std::nullopt;
+        return std::make_pair(type, std::string(reinterpret_cast<const char*>(data), size));
+    }
+    void Put(platform::RegHandle root, const std::string& key, const std::string& name, std::uint32_t type,
+             const std::string& bytes) {
+        platform::RegHandle handle = 0;
+        ASSERT_EQ(registry_.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
+        ASSERT_EQ(registry_.RegSetValueExA(handle, name.c_str(), type,
+                                           reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                                           static_cast<std::uint32_t>(bytes.size())),
+                  0);
+        registry_.RegCloseKey(handle);
+    }
+    void Delete(platform::RegHandle root, const std::string& key, const std::string& name) {
+        platform::RegHandle handle = 0;
+        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kAllAccess, &handle) != 0) return;
+        registry_.RegDeleteValueA(handle, name.c_str());
+        registry_.RegCloseKey(handle);
+    }
+
+    TestMachine& machine_;
+    platform::RegistryPort& registry_;
+    SavedValue logonValues_[3] = {{kRdpwd, "StartupPrograms", {}}, {kWinlogon, "Userinit", {}}, {kWinlogon, "Shell", {}}};
+    bool rdpwdExisted_ = false;
+    std::set<std::string> before_;
+};
+
+}  // namespace tessmark::testing
