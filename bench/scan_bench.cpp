@@ -42,19 +42,17 @@ constexpr const char* kRunKey = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\R
 constexpr const char* kDisabledRunKey = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run\\AutorunsDisabled";
 constexpr std::uint32_t kRowIconFlags = 0x6603;
 
-[[noreturn]] void Fail(const std::string& what) {
-    std::fprintf(stderr, "benchmark set-up failed: %s\n", what.c_str());
+// A figure of a machine that does not hold what was seeded is worthless.
+void Check(bool ok, const std::string& what) {
+    if (ok) return;
+    std::fprintf(stderr, "benchmark failed: %s\n", what.c_str());
     std::exit(1);
 }
 
-void Check(bool ok, const std::string& what) {
-    if (!ok) Fail(what);
-}
-
-std::string Numbered(const char* prefix, int n, const char* suffix = "") {
-    char text[64];
-    std::snprintf(text, sizeof text, "%s%04d%s", prefix, n, suffix);
-    return text;
+// prefix, n in four digits, suffix.
+std::string Numbered(const std::string& prefix, int n, const std::string& suffix = "") {
+    const std::string digits = std::to_string(n);
+    return prefix + std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits + suffix;
 }
 
 // One machine for the whole run, each part filled at its first use.
@@ -102,7 +100,7 @@ public:
         for (int i = 0; i < kRunValues; ++i) {
             const bool enabled = i < kEnabledRunValues;
             const std::string target =
-                i % 10 == 9 ? Numbered((root + "\\Programs\\Missing\\gone").c_str(), i, ".exe") : Program(i % kPrograms);
+                i % 10 == 9 ? Numbered(root + "\\Programs\\Missing\\gone", i, ".exe") : Program(i % kPrograms);
             const std::string data = "\"" + target + "\" /autostart";
             RegHandle key = 0;
             Check(registry.RegCreateKeyA(reg::kLocalMachine, enabled ? kRunKey : kDisabledRunKey, &key) == 0, "Run key");
@@ -138,23 +136,23 @@ public:
         const std::string base = root + "\\Tree";
         Check(files.MkDir(base), "tree");
         for (int top = 0; top < kTreeTop; ++top) {
-            const std::string topFolder = Numbered((base + "\\Top").c_str(), top);
+            const std::string topFolder = Numbered(base + "\\Top", top);
             Check(files.MkDir(topFolder), topFolder);
             for (int middle = 0; middle < kTreeMiddle; ++middle) {
-                const std::string folder = Numbered((topFolder + "\\Middle").c_str(), middle);
+                const std::string folder = Numbered(topFolder + "\\Middle", middle);
                 Check(files.MkDir(folder), folder);
                 for (int i = 0; i < kTreeFilesPerFolder; ++i)
-                    Check(files.AppendToFile(Numbered((folder + "\\file").c_str(), i, ".dat"), "x"), "tree file");
+                    Check(files.AppendToFile(Numbered(folder + "\\file", i, ".dat"), "x"), "tree file");
             }
         }
-        Check(files.AppendToFile(Numbered((base + "\\Top").c_str(), kTreeTop - 1) + "\\needle.exe", "MZ"), "needle");
+        Check(files.AppendToFile(Numbered(base + "\\Top", kTreeTop - 1) + "\\needle.exe", "MZ"), "needle");
         tree = base;
     }
 
 private:
     bool programsMade_ = false;
 
-    std::string Program(int n) const { return Numbered((root + "\\Programs\\Vendor").c_str(), n, "\\app.exe"); }
+    std::string Program(int n) const { return Numbered(root + "\\Programs\\Vendor", n, "\\app.exe"); }
 
     void Programs() {
         if (programsMade_) return;
@@ -196,6 +194,7 @@ void FloorRunValues(State& state) {
             registry.RegOpenKeyExA(reg::kLocalMachine, subKey, 0, reg::kQueryValue, &key);
             std::uint32_t subKeys = 0, values = 0;
             registry.RegQueryInfoKeyA(key, &subKeys, &values);
+            Check(values == targets->size(), std::string(subKey) + " holds " + std::to_string(values) + " values");
             for (std::uint32_t i = 0; i < values; ++i) {
                 char name[261];
                 std::uint8_t data[1024];
@@ -290,11 +289,15 @@ void FloorSearchTree(State& state) {
 
 }  // namespace
 
-BENCHMARK(PopulateRunValues)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
-BENCHMARK(FloorRunValues)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
-BENCHMARK(PopulateStartupShortcuts)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
-BENCHMARK(FloorStartupShortcuts)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
-BENCHMARK(SearchTree)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
-BENCHMARK(FloorSearchTree)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+// Five repetitions each, reported as mean, median, deviation and variation.
+#define SCAN_BENCHMARK(function) \
+    BENCHMARK(function)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true)
+
+SCAN_BENCHMARK(PopulateRunValues);
+SCAN_BENCHMARK(FloorRunValues);
+SCAN_BENCHMARK(PopulateStartupShortcuts);
+SCAN_BENCHMARK(FloorStartupShortcuts);
+SCAN_BENCHMARK(SearchTree);
+SCAN_BENCHMARK(FloorSearchTree);
 
 BENCHMARK_MAIN();
