@@ -1,7 +1,5 @@
 #include "discovery/RowServices.h"
 
-#include <cstring>
-
 #include "vb/vb.h"
 
 namespace tessmark::discovery {
@@ -26,8 +24,9 @@ long AddItemIcon(platform::ShellPort& shell, platform::ShFileInfo& record, std::
         handle = shell.SHGetFileInfoA(path.c_str(), 0, &record,
                                       iconSize == 16 ? kSmallIconFlags : kLargeIconFlags);
     });
-    // The display name is taken whether or not the call succeeded.
-    Resume([&] { displayName.assign(record.displayName, strnlen(record.displayName, sizeof record.displayName)); });
+    // The whole 260-character field, whether or not the call succeeded: the
+    // name, its NUL and whatever earlier, longer names left behind it.
+    Resume([&] { displayName.assign(record.displayName, sizeof record.displayName); });
     if (handle == 0) return 0;
     if (iconSize != 0) {
         Resume([&] { Need(picture); picture->Height = iconSize * 20; });

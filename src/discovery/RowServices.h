@@ -13,8 +13,9 @@ namespace tessmark::discovery {
 // `imageList` through the scratch `picture`. Returns the new image's index, or
 // 0 when the shell knows no such file or nothing could be added. `record` is
 // the form's one SHFILEINFO: it is never cleared, so on failure `displayName`
-// holds what the previous call left there. Each step runs with errors ignored,
-// so a missing image list or picture box only skips that step.
+// holds what the previous call left there. `displayName` is the record's whole
+// 260-character field, the name ending at its first NUL. Each step runs with
+// errors ignored, so a missing image list or picture box only skips that step.
 long AddItemIcon(platform::ShellPort& shell, platform::ShFileInfo& record, std::string& path,
                  ImageStore* imageList, PictureBox* picture, std::int16_t iconSize,
                  std::string& displayName);

@@ -54,23 +54,21 @@ void ScanKey(ScanContext& form, const RunVariant& variant, bool currentUser, boo
     long count = 0;
     Resume([&] { count = registry::CountRegEntries(registry, key, 0); });
     for (long i = 0; i <= count - 1; ++i) {
-        ItemRow* row = nullptr;
         std::string name, data, reduced;
-        Resume([&] { row = &form.ListView1.Add(); });
-        if (row == nullptr) continue;
-        Resume([&] { row->Text = registry::EnumRegValueName(registry, key, i); });
+        ItemRow& row = form.ListView1.Add();
+        Resume([&] { row.Text = registry::EnumRegValueName(registry, key, i); });
         Resume([&] { name = registry::EnumRegValueName(registry, key, i); });
         Resume([&] { data = registry::QueryRegValue(registry, key, name); });
         // The path column takes the raw data before the reduction rewrites it,
         // except for the enabled rows of the Run key.
         bool showReduced = enabled && variant.reducesEnabledPath;
-        if (!showReduced) Resume([&] { row->SubItems(1) = data; });
+        if (!showReduced) Resume([&] { row.SubItems(1) = data; });
         Resume([&] { reduced = GetExeName(data, form.folders); });
-        if (showReduced) Resume([&] { row->SubItems(1) = reduced; });
-        Resume([&] { row->SubItems(2) = enabled ? "Yes" : "No"; });
-        Resume([&] { row->SubItems(3) = section; });
-        Resume([&] { row->SmallIcon = form.RowIcon(reduced); });
-        Resume([&] { row->Tag = static_cast<long>(entry.tag.number()); });
+        if (showReduced) Resume([&] { row.SubItems(1) = reduced; });
+        Resume([&] { row.SubItems(2) = enabled ? "Yes" : "No"; });
+        Resume([&] { row.SubItems(3) = section; });
+        Resume([&] { row.SmallIcon = form.RowIcon(reduced); });
+        Resume([&] { row.Tag = static_cast<long>(entry.tag.number()); });
     }
     Resume([&] { registry.RegCloseKey(key); });
 }

@@ -30,17 +30,15 @@ void AddStartupFolder(ScanContext& form, const FolderVariant& variant) {
     for (const std::string& name : names) {
         if (variant.pumpsMessages) Resume([&] { form.ports.ui.DoEvents(); });
         std::string target, displayName;
-        ItemRow* row = nullptr;
         Resume([&] { target = storage::GetShortcutTarget(form.ports.shell, folder + "\\" + name); });
-        Resume([&] { row = &form.ListView1.Add(); });
-        if (row == nullptr) continue;
-        Resume([&] { row->SmallIcon = form.RowIcon(target, displayName); });
+        ItemRow& row = form.ListView1.Add();
+        Resume([&] { row.SmallIcon = form.RowIcon(target, displayName); });
         // The shell's name for the target, not the shortcut's own name.
-        Resume([&] { row->Text = displayName; });
-        Resume([&] { row->SubItems(1) = target; });
-        Resume([&] { row->SubItems(2) = "Yes"; });
-        Resume([&] { row->SubItems(3) = variant.section; });
-        Resume([&] { row->Tag = variant.tag; });
+        Resume([&] { row.Text = displayName; });
+        Resume([&] { row.SubItems(1) = target; });
+        Resume([&] { row.SubItems(2) = "Yes"; });
+        Resume([&] { row.SubItems(3) = variant.section; });
+        Resume([&] { row.Tag = variant.tag; });
     }
 
     vb::Array<std::string> lines;
@@ -50,17 +48,15 @@ void AddStartupFolder(ScanContext& form, const FolderVariant& variant) {
     long last = -1;
     Resume([&] { last = lines.UBound() - 1; });  // the element at the upper bound is never visited
     for (vb::Integer i = 0; i <= last;) {
-        ItemRow* row = nullptr;
         // Without "=" the cut fails and the whole line serves as the name.
         Resume([&] { lines[i] = vb::Left(lines[i], vb::InStr(lines[i], "=") - 1); });
-        Resume([&] { row = &form.ListView1.Add(); });
-        if (row == nullptr) continue;
-        Resume([&] { row->Text = lines[i]; });
-        Resume([&] { row->SubItems(1) = form.objinifile.IniReadValue(lines[i]); });
-        Resume([&] { row->SubItems(2) = "No"; });
-        Resume([&] { row->SubItems(3) = variant.section; });
-        Resume([&] { row->Tag = variant.tag; });
-        Resume([&] { row->SmallIcon = form.RowIcon(row->SubItems(1)); });
+        ItemRow& row = form.ListView1.Add();
+        Resume([&] { row.Text = lines[i]; });
+        Resume([&] { row.SubItems(1) = form.objinifile.IniReadValue(lines[i]); });
+        Resume([&] { row.SubItems(2) = "No"; });
+        Resume([&] { row.SubItems(3) = variant.section; });
+        Resume([&] { row.Tag = variant.tag; });
+        Resume([&] { row.SmallIcon = form.RowIcon(row.SubItems(1)); });
         bool stepped = false;
         Resume([&] { ++i, stepped = true; });  // past 32767 the loop ends with its error ignored
         if (!stepped) break;

@@ -191,6 +191,24 @@ TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
     EXPECT_FALSE(form.imgNoCheckVisible);
 }
 
+TEST_F(MainForm, SingleSectionsGrowTheImageStoreUntilAllItemsRebuildsIt) {
+    SeedEverySection();
+    SetString(platform::reg::kLocalMachine, std::string(kBase) + "Run", "Run", "\"" + machine->VersionedFile() + "\"");
+    // Before any full population the first image is the row's, not the program's.
+    ClickNode(frame::key::kRunExAll);
+    ASSERT_EQ(form.imgListIcons.Count(), 1);
+    EXPECT_NE(form.imgListIcons[1], frame::kProgramIcon);
+    ClickNode(frame::key::kRunExAll);
+    EXPECT_EQ(form.imgListIcons.Count(), 2);
+    EXPECT_EQ(form.ListView1(1).SmallIcon, 2);
+
+    ClickNode(frame::key::kMain);
+    ASSERT_EQ(form.imgListIcons.Count(), 2);
+    EXPECT_EQ(form.imgListIcons[1], frame::kProgramIcon);
+    for (const auto& row : form.ListView1.Rows())
+        EXPECT_EQ(row->SmallIcon, row->SubItems(3) == section::kAllRun ? 2 : 1) << row->Text;
+}
+
 TEST_F(MainForm, CaptionButtonsChangeBitmapsOnlyWhenTheHotPartChanges) {
     form.CmdClose_MouseMove();
     EXPECT_EQ(form.CmdClosePicture, "close_hover");

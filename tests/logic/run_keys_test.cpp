@@ -70,23 +70,85 @@ TEST_F(RunKeys, RawPathsKeepTheWholeReadBuffer) {
     EXPECT_EQ(list(1).Text, std::string("Once\0", 5));
 }
 
-TEST_F(RunKeys, OddValuesStillGetRows) {
-    Seed(HKLM, "Run", "", "C:\\default.exe");
-    Seed(HKLM, "Run", "Long", "C:\\" + std::string(300, 'a') + ".exe");
-    Seed(HKLM, "Run", "Huge", std::string(1100, 'b'));
-    discovery::AddRun(form, false);
-    auto rows = Rows();
-    ASSERT_EQ(rows.size(), 3u);
-    std::vector<std::string> texts, paths;
-    for (const auto& row : rows) {
-        texts.push_back(row.text);
-        paths.push_back(row.path);
+TEST_F(RunKeys, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsIconFromIt) {
+    const std::string tool = folders.windowsFolder + "\\tool.exe";
+    Touch(tool);
+    Touch(folders.programFilesFolder + "\\Foo\\foo.exe");
+    Touch(scratch + "\\Anti-Virus\\av.exe");
+    struct Case {
+        std::string data;
+        std::string reduced;
+        bool found;  // the reduced form names a file, so the row keeps its path
+    };
+    const Case cases[] = {
+        {"\"" + tool + "\" /start", tool, true},
+        {"%SystemRoot%\\tool.exe", tool, true},
+        {"%systemroot%\\tool.exe -s", tool, true},
+        {"%ProgramFiles%\\Foo\\foo.exe", folders.programFilesFolder + "\\Foo\\foo.exe", true},
+        {"%windir%\\tool.exe,1", tool, true},
+        {"D:\\any\\%windir%\\tool.exe", folders.windowsFolder + "\\any\\%windir%\\tool.exe", false},
+        {scratch + "\\Anti-Virus\\av.exe", scratch + "\\Anti", false},
+        {"rundll32.exe shell32.dll,Control_RunDLL desk.cpl", "rundll32.exe shell32.dll", false},
+        {tool + " arg", tool + " arg", false},
+    };
+    for (const auto& c : cases) {
+        SetUp();
+        list.Clear();
+        Seed(HKLM, "Run", "On", c.data);
+        Seed(HKLM, "Run\\AutorunsDisabled", "Off", c.data);
+        Seed(HKLM, "RunOnce", "Once", c.data);
+        discovery::AddRun(form, false);
+        discovery::AddRunOnce(form, false);
+        auto rows = Rows();
+        ASSERT_EQ(rows.size(), 3u) << c.data;
+        EXPECT_EQ(rows[0].path, c.reduced) << c.data;
+        EXPECT_EQ(rows[1].path, c.data) << c.data;
+        EXPECT_EQ(rows[2].path, c.data) << c.data;
+        for (long i = 1; i <= 3; ++i) EXPECT_EQ(list(i).SmallIcon != 0, c.found) << c.data << " row " << i;
+
+        std::string total, active;
+        discovery::refreshCheckBox(list, total, active, [] {});
+        // A reduced form that names no file costs every row its path.
+        rows = Rows();
+        EXPECT_EQ(rows[0].path, c.found ? c.reduced : "File Not Found") << c.data;
+        EXPECT_EQ(rows[2].path, c.found ? c.data : "File Not Found") << c.data;
     }
-    // The default value has no name. A value whose data passes 255 bytes loses
-    // its name in the enumeration and is then read as the default value; data
-    // over 1024 bytes reads as NULs only.
-    EXPECT_EQ(std::count(texts.begin(), texts.end(), ""), 3);
-    EXPECT_EQ(std::count(paths.begin(), paths.end(), "C:\\default.exe"), 3);
+}
+
+TEST_F(RunKeys, ValuesAtTheEnumerationAndReadLimits) {
+    struct Case {
+        const char* label;
+        std::string name;
+        std::size_t length;  // characters of the value, stored with a NUL behind them
+        std::string text, path;
+    };
+    const std::string a254(254, 'a'), a1023(1023, 'a');
+    const Case cases[] = {
+        // 255 bytes fit the enumeration's data buffer, 256 do not: the call
+        // fails and leaves the name buffer blank, which reads the default value.
+        {"254 characters", "Named", 254, "Named", a254},
+        {"255 characters", "Named", 255, "", ""},
+        // The default value is read by name only: up to 1024 bytes.
+        {"default, 1023 characters", "", 1023, "", a1023},
+        {"default, 1024 characters", "", 1024, "", ""},
+    };
+    for (const auto& c : cases) {
+        SetUp();
+        list.Clear();
+        Seed(HKLM, "RunOnce", c.name, std::string(c.length, 'a'));
+        discovery::AddRunOnce(form, false);
+        EXPECT_EQ(Rows(), (std::vector<RowView>{{c.text, c.path, "Yes", "Registry\\All Users\\RunOnce", "4"}}))
+            << c.label;
+    }
+    // A long value beside a default one shows the default's data under an empty name.
+    SetUp();
+    list.Clear();
+    Seed(HKLM, "RunOnce", "", "C:\\default.exe");
+    Seed(HKLM, "RunOnce", "Long", std::string(300, 'b'));
+    discovery::AddRunOnce(form, false);
+    auto rows = Rows();
+    ASSERT_EQ(rows.size(), 2u);
+    for (const auto& row : rows) EXPECT_EQ(row.text + "|" + row.path, "|C:\\default.exe");
 }
 
 TEST_F(RunKeys, MissingKeysGiveNoRows) {

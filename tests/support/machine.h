@@ -24,7 +24,9 @@ public:
     platform::Ports Ports() { return {Registry(), Files(), Shell(), Ui(), Process()}; }
 
     // A folder that exists and is empty when the test starts ("C:\tessmark-test").
-    virtual std::string ScratchFolder() = 0;
+    std::string ScratchFolder() { return ScratchFolder("tessmark-test"); }
+    // The same for another folder of the drive's root: "C:\" + name.
+    virtual std::string ScratchFolder(const std::string& name) = 0;
     // Sets attribute bits (read-only, hidden, system) of a file beside those it has.
     virtual void AddFileAttributes(const std::string& path, std::uint32_t attributes) = 0;
     // Clears those bits again, so that the file can be deleted.

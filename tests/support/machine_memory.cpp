@@ -38,9 +38,9 @@ public:
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
     platform::ProcessPort& Process() override { return process_; }
-    std::string ScratchFolder() override {
-        disk_.MkDir("C:\\tessmark-test");
-        return "C:\\tessmark-test";
+    std::string ScratchFolder(const std::string& name) override {
+        disk_.MkDir("C:\\" + name);
+        return "C:\\" + name;
     }
     void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
         disk_.SetAttributes(path, disk_.GetFileAttributesA(path.c_str()) | attributes);

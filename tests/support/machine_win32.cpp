@@ -20,15 +20,16 @@ public:
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
     platform::ProcessPort& Process() override { return process_; }
-    std::string ScratchFolder() override {
+    std::string ScratchFolder(const std::string& name) override {
         namespace fs = std::filesystem;
+        const std::string path = "C:\\" + name;
         std::error_code ignored;
         // Read-only files are not deleted; writable, they are.
-        for (fs::recursive_directory_iterator it("C:\\tessmark-test", ignored), end; it != end; it.increment(ignored))
+        for (fs::recursive_directory_iterator it(path, ignored), end; it != end; it.increment(ignored))
             fs::permissions(it->path(), fs::perms::owner_write, fs::perm_options::add, ignored);
-        fs::remove_all("C:\\tessmark-test", ignored);
-        std::filesystem::create_directory("C:\\tessmark-test", ignored);
-        return "C:\\tessmark-test";
+        fs::remove_all(path, ignored);
+        fs::create_directory(path, ignored);
+        return path;
     }
     void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
         Attrib(path, attributes, '+');

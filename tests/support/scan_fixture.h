@@ -8,6 +8,7 @@
 
 #include "discovery/ScanContext.h"
 #include "machine.h"
+#include "storage/modStartup.h"
 
 namespace tessmark::testing {
 
@@ -38,7 +39,11 @@ inline std::vector<RowView> RowViews(const discovery::ItemList& list) {
 class ScanFixture : public ::testing::Test {
 public:
     std::unique_ptr<TestMachine> machine = MakeTestMachine();
-    discovery::SystemFolders folders{machine->Files().Environ("windir"), machine->Files().Environ("ProgramFiles")};
+    // A folder whose path holds nothing the reduction cuts at (no hyphen, comma
+    // or blank), standing in for windir and ProgramFiles so lookups see only
+    // the files a test makes.
+    std::string scratch = machine->ScratchFolder("TessmarkScan");
+    discovery::SystemFolders folders{scratch + "\\Windows", scratch + "\\Programs"};
     discovery::ItemList list;
     discovery::ImageStore images;
     discovery::PictureBox picture;
@@ -61,6 +66,13 @@ public:
                                           static_cast<std::uint32_t>(value.size() + 1)),
                   0);
         registry.RegCloseKey(handle);
+    }
+
+    // Makes the file and the folders above it.
+    void Touch(const std::string& path) {
+        std::string folder = path;
+        storage::MakeFolderPath(machine->Files(), folder);
+        ASSERT_TRUE(machine->Files().WriteWholeFile(path, "MZ")) << path;
     }
 
     std::vector<RowView> Rows() { return RowViews(list); }
