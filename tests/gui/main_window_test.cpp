@@ -58,11 +58,7 @@ protected:
     }
     void Set(tessmark::platform::RegHandle root, const std::string& key, const std::string& name,
              const std::string& value) {
-        tessmark::platform::RegHandle handle = 0;
-        ASSERT_EQ(registry.RegCreateKeyA(root, (kRunFamily + key).c_str(), &handle), 0);
-        registry.RegSetValueExA(handle, name.c_str(), reg::kSz, reinterpret_cast<const std::uint8_t*>(value.c_str()),
-                                static_cast<std::uint32_t>(value.size() + 1));
-        registry.RegCloseKey(handle);
+        ASSERT_TRUE(tessmark::testing::SeedString(registry, root, kRunFamily + key, name, value)) << key;
     }
 
     HWND Control(int controlId) const { return Descendant(window, controlId); }

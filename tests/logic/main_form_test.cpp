@@ -25,14 +25,7 @@ protected:
     frame::FrmMain2 form{machine->Ports()};
 
     void SetString(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
-        auto& registry = machine->Registry();
-        platform::RegHandle handle = 0;
-        ASSERT_EQ(registry.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
-        ASSERT_EQ(registry.RegSetValueExA(handle, name.c_str(), platform::reg::kSz,
-                                          reinterpret_cast<const std::uint8_t*>(value.c_str()),
-                                          static_cast<std::uint32_t>(value.size() + 1)),
-                  0);
-        registry.RegCloseKey(handle);
+        ASSERT_TRUE(tessmark::testing::SeedString(machine->Registry(), root, key, name, value)) << key;
     }
 
     // One item in every place a node can list, and nothing else in those places.

@@ -43,6 +43,19 @@ std::unique_ptr<TestMachine> MakeTestMachine();
 // Registry keys used for scratch by the suites: removed whole by DeleteTree.
 inline constexpr const char* kScratchKey = "Software\\TessmarkTest";
 
+// Seeds a REG_SZ value with its terminating NUL, as a setup program stores it;
+// false when the key cannot be made or the value not set.
+inline bool SeedString(platform::RegistryPort& registry, platform::RegHandle root, const std::string& key,
+                       const std::string& name, const std::string& value) {
+    platform::RegHandle handle = 0;
+    if (registry.RegCreateKeyA(root, key.c_str(), &handle) != 0) return false;
+    const bool set = registry.RegSetValueExA(handle, name.c_str(), platform::reg::kSz,
+                                             reinterpret_cast<const std::uint8_t*>(value.c_str()),
+                                             static_cast<std::uint32_t>(value.size() + 1)) == 0;
+    registry.RegCloseKey(handle);
+    return set;
+}
+
 // Deletes a key and everything beneath it through the port.
 void DeleteTree(platform::RegistryPort& registry, platform::RegHandle parent, const std::string& subKey);
 

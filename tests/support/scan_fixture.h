@@ -55,17 +55,9 @@ public:
     static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
     static constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
 
-    // Seeds a REG_SZ value with its terminating NUL, as a setup program stores it.
     void SetString(platform::RegHandle root, const std::string& key, const std::string& name,
                    const std::string& value) {
-        auto& registry = machine->Registry();
-        platform::RegHandle handle = 0;
-        ASSERT_EQ(registry.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
-        ASSERT_EQ(registry.RegSetValueExA(handle, name.c_str(), platform::reg::kSz,
-                                          reinterpret_cast<const std::uint8_t*>(value.c_str()),
-                                          static_cast<std::uint32_t>(value.size() + 1)),
-                  0);
-        registry.RegCloseKey(handle);
+        ASSERT_TRUE(SeedString(machine->Registry(), root, key, name, value)) << key << "\\" << name;
     }
 
     // Makes the file and the folders above it.
