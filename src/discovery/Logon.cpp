@@ -1,5 +1,6 @@
 #include "discovery/Logon.h"
 
+#include "catalogue/sections.h"
 #include "discovery/GetExeName.h"
 #include "registry/registry_module.h"
 #include "registry/regenum.h"
@@ -31,17 +32,15 @@ constexpr LogonVariant kVariants[] = {
 };
 
 struct Section {
-    const char* path;
-    const char* tag;
+    std::string path;
+    std::string tag;
 };
 
+// Any type but 1, 2 or 3 files its rows under an empty section and tag.
 Section SectionOf(int logonType) {
-    switch (logonType) {
-    case 1: return {"Registry\\All Users\\Logon\\Startup Programs", "7"};
-    case 2: return {"Registry\\All Users\\Logon\\UserInit", "9"};
-    case 3: return {"Registry\\All Users\\Logon\\Shell", "8"};
-    default: return {"", ""};
-    }
+    const catalogue::ItemSection* entry = catalogue::FindLogonSection(logonType);
+    if (!entry) return {};
+    return {std::string(entry->path), std::string(entry->tag.text())};
 }
 
 void AddLogonRow(ScanContext& form, std::string piece, const LogonVariant& variant, const Section& section,
@@ -127,6 +126,11 @@ void AddLogon(ScanContext& form, const std::string& keyPath, vb::Integer logonTy
     LogonPass(form, keyPath, logonType, section, true);
     LogonPass(form, keyPath + "\\AutorunsDisabled", logonType, section, false);
     form.ports.ui.SetMousePointer(platform::kMousePointerDefault);
+}
+
+std::string LogonKey(vb::Integer logonType) {
+    const catalogue::ItemSection* entry = catalogue::FindLogonSection(logonType);
+    return entry ? std::string(entry->enabled.subKey) : std::string();
 }
 
 void AddLogonFolder(ScanContext& form, const std::string& keyPath, const std::string& valueName,

@@ -19,7 +19,7 @@ void AddLogon(ScanContext& form, const std::string& keyPath, vb::Integer logonTy
 void AddLogonFolder(ScanContext& form, const std::string& keyPath, const std::string& valueName,
                     const std::string& program);
 
-inline constexpr const char* RdpwdKey = "System\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd";
-inline constexpr const char* WinlogonKey = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon";
+// The key AddLogon reads for a logon type, as the catalogue files it.
+std::string LogonKey(vb::Integer logonType);
 
 }  // namespace tessmark::discovery

@@ -1,8 +1,6 @@
 #include "discovery/RunKeys.h"
 
-#include <stdexcept>
-
-#include "frame/catalogue.h"
+#include "catalogue/sections.h"
 #include "registry/regenum.h"
 #include "vb/vb.h"
 
@@ -19,19 +17,10 @@ struct RunVariant {
     bool reducesEnabledPath;  // only the Run key shows the reduced path
 };
 
-constexpr RunVariant kRun{frame::section::kAllRun, frame::section::kCurrRun, true};
-constexpr RunVariant kRunOnce{frame::section::kAllRunOnce, frame::section::kCurrRunOnce, false};
-constexpr RunVariant kRunServices{frame::section::kAllRunServices, frame::section::kCurrRunServices, false};
-constexpr RunVariant kRunServiceOnce{frame::section::kAllRunServicesOnce, frame::section::kCurrRunServicesOnce, false};
-
-// Keys and tags as the catalogue files them: the Run subkey alone ends with a
-// backslash, RunServiceOnce is singular while its sections say
-// RunServicesOnce, and the current user's two service keys share tag 23.
-const frame::ItemSection& Catalogued(std::string_view section) {
-    for (const auto& entry : frame::kItemSections)
-        if (entry.path == section) return entry;
-    throw std::logic_error("uncatalogued section");
-}
+constexpr RunVariant kRun{catalogue::section::kAllRun, catalogue::section::kCurrRun, true};
+constexpr RunVariant kRunOnce{catalogue::section::kAllRunOnce, catalogue::section::kCurrRunOnce, false};
+constexpr RunVariant kRunServices{catalogue::section::kAllRunServices, catalogue::section::kCurrRunServices, false};
+constexpr RunVariant kRunServiceOnce{catalogue::section::kAllRunServicesOnce, catalogue::section::kCurrRunServicesOnce, false};
 
 // The all-users key is opened first, also for the current user, and closed at once.
 RegHandle OpenForHive(ScanContext& form, const char* subKey, bool currentUser) {
@@ -48,7 +37,10 @@ RegHandle OpenForHive(ScanContext& form, const char* subKey, bool currentUser) {
 void ScanKey(ScanContext& form, const RunVariant& variant, bool currentUser, bool enabled) {
     auto& registry = form.ports.registry;
     const std::string section(currentUser ? variant.currentUserSection : variant.allUsersSection);
-    const frame::ItemSection& entry = Catalogued(section);
+    // Keys and tags as the catalogue files them: the Run subkey alone ends with a
+    // backslash, RunServiceOnce is singular while its sections say
+    // RunServicesOnce, and the current user's two service keys share tag 23.
+    const catalogue::ItemSection& entry = *catalogue::FindItemSection(section);
     const std::string subKey((enabled ? entry.enabled : entry.disabled).subKey);
     RegHandle key = OpenForHive(form, subKey.c_str(), currentUser);
     long count = 0;

@@ -1,5 +1,6 @@
 #include "discovery/StartupFolders.h"
 
+#include "catalogue/sections.h"
 #include "storage/modStartup.h"
 #include "vb/vb.h"
 
@@ -9,26 +10,20 @@ using vb::Resume;
 
 namespace {
 
-struct FolderVariant {
-    std::int32_t folderId;
-    const char* section;
-    long tag;
-    const char* settingsSection;
-    bool pumpsMessages;  // only the all-users walk yields between rows
-};
+// Only the all-users walk yields between rows.
+void AddStartupFolder(ScanContext& form, std::string_view sectionPath, bool pumpsMessages) {
+    const catalogue::ItemSection& entry = *catalogue::FindItemSection(sectionPath);
+    const std::string section(entry.path);
+    const long tag = entry.tag.number();
 
-constexpr FolderVariant kAllUsers{platform::kCsidlCommonStartup, "All Users\\Startup", 1, "StartupAllUser", true};
-constexpr FolderVariant kCurrentUser{platform::kCsidlStartup, "Current User\\Startup", 2, "StartupCurrUser", false};
-
-void AddStartupFolder(ScanContext& form, const FolderVariant& variant) {
     std::string sideFolder, folder;
     std::vector<std::string> names;
     Resume([&] { sideFolder = form.SideFolder(); });
-    Resume([&] { folder = storage::GetSpecialFolder(form.ports.shell, variant.folderId); });
+    Resume([&] { folder = storage::GetSpecialFolder(form.ports.shell, entry.enabled.shellFolder); });
     Resume([&] { names = storage::DirNormalFiles(form.ports.files, folder + "\\*.*"); });
 
     for (const std::string& name : names) {
-        if (variant.pumpsMessages) Resume([&] { form.ports.ui.DoEvents(); });
+        if (pumpsMessages) Resume([&] { form.ports.ui.DoEvents(); });
         std::string target, displayName;
         Resume([&] { target = storage::GetShortcutTarget(form.ports.shell, folder + "\\" + name); });
         ItemRow& row = form.ListView1.Add();
@@ -37,13 +32,13 @@ void AddStartupFolder(ScanContext& form, const FolderVariant& variant) {
         Resume([&] { row.Text = displayName; });
         Resume([&] { row.SubItems(1) = target; });
         Resume([&] { row.SubItems(2) = "Yes"; });
-        Resume([&] { row.SubItems(3) = variant.section; });
-        Resume([&] { row.Tag = variant.tag; });
+        Resume([&] { row.SubItems(3) = section; });
+        Resume([&] { row.Tag = tag; });
     }
 
     vb::Array<std::string> lines;
     Resume([&] { form.objinifile.IniFilePath(sideFolder + "\\Settings.ini"); });
-    Resume([&] { form.objinifile.IniSection(variant.settingsSection); });
+    Resume([&] { form.objinifile.IniSection(std::string(entry.disabled.settingsSection)); });
     Resume([&] { lines = form.objinifile.IniReadSection(); });
     long last = -1;
     Resume([&] { last = lines.UBound() - 1; });  // the element at the upper bound is never visited
@@ -54,8 +49,8 @@ void AddStartupFolder(ScanContext& form, const FolderVariant& variant) {
         Resume([&] { row.Text = lines[i]; });
         Resume([&] { row.SubItems(1) = form.objinifile.IniReadValue(lines[i]); });
         Resume([&] { row.SubItems(2) = "No"; });
-        Resume([&] { row.SubItems(3) = variant.section; });
-        Resume([&] { row.Tag = variant.tag; });
+        Resume([&] { row.SubItems(3) = section; });
+        Resume([&] { row.Tag = tag; });
         Resume([&] { row.SmallIcon = form.RowIcon(row.SubItems(1)); });
         bool stepped = false;
         Resume([&] { ++i, stepped = true; });  // past 32767 the loop ends with its error ignored
@@ -65,7 +60,9 @@ void AddStartupFolder(ScanContext& form, const FolderVariant& variant) {
 
 }  // namespace
 
-void AddStartupAllUser(ScanContext& form) { AddStartupFolder(form, kAllUsers); }
-void AddStartupCurrUser(ScanContext& form) { AddStartupFolder(form, kCurrentUser); }
+void AddStartupAllUser(ScanContext& form) { AddStartupFolder(form, catalogue::section::kAllUsersStartup, true); }
+void AddStartupCurrUser(ScanContext& form) {
+    AddStartupFolder(form, catalogue::section::kCurrentUserStartup, false);
+}
 
 }  // namespace tessmark::discovery

@@ -114,9 +114,9 @@ void FrmMain2::treeAuto_Click() {
     treeAuto.Enabled = false;
     const std::string key = treeAuto.SelectedItem().Key;
     auto logonAll = [&] {
-        AddLogon(context_, RdpwdKey, 1);
-        AddLogon(context_, WinlogonKey, 2);
-        AddLogon(context_, WinlogonKey, 3);
+        AddLogon(context_, LogonKey(1), 1);
+        AddLogon(context_, LogonKey(2), 2);
+        AddLogon(context_, LogonKey(3), 3);
     };
     if (key == key::kMain) {
         AddAllKeys();
@@ -161,11 +161,11 @@ void FrmMain2::treeAuto_Click() {
     } else if (key == key::kLogonAll) {
         logonAll();
     } else if (key == key::kStartupAll) {
-        AddLogon(context_, RdpwdKey, 1);
+        AddLogon(context_, LogonKey(1), 1);
     } else if (key == key::kUserinitAll) {
-        AddLogon(context_, WinlogonKey, 2);
+        AddLogon(context_, LogonKey(2), 2);
     } else if (key == key::kShellAll) {
-        AddLogon(context_, WinlogonKey, 3);
+        AddLogon(context_, LogonKey(3), 3);
     } else if (key == key::kServiceAll || key == key::kDriverAll) {
         WaitOn();  // nothing is scanned
         WaitOff();

@@ -13,23 +13,23 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
     const std::string sideFolder = form_.SideFolder();
     auto& registry = form_.ports.registry;
 
-    if (const RunLocation* run = FindSection(kRunLocations, SectionName)) {
+    if (const catalogue::ItemSection* run = FindSection(catalogue::Place::KeyValues, SectionName)) {
         // The copy is always text, whatever type the value had.
-        registry::SetRegString(registry, run->root, S(run->key) + "\\AutorunsDisabled", ItemName, ItemPath);
-        registry::DeleteRegValue(registry, run->root, S(run->key), ItemName);
-    } else if (const FolderLocation* folder = FindSection(kFolderLocations, SectionName)) {
+        registry::SetRegString(registry, run->enabled.root, S(run->operationsKey) + "\\AutorunsDisabled", ItemName, ItemPath);
+        registry::DeleteRegValue(registry, run->enabled.root, S(run->operationsKey), ItemName);
+    } else if (const catalogue::ItemSection* folder = FindSection(catalogue::Place::ShellFolder, SectionName)) {
         form_.objinifile.IniFilePath(sideFolder + "\\Settings.ini");
-        form_.objinifile.IniSection(S(folder->settingsSection));
+        form_.objinifile.IniSection(S(folder->disabled.settingsSection));
         form_.objinifile.IniWriteValue(ItemName, ItemPath);
         // Every shortcut to the target goes, whatever it is called; its
         // arguments, working folder and icon are not kept anywhere.
-        const std::string path = storage::GetSpecialFolder(form_.ports.shell, folder->folderId);
+        const std::string path = storage::GetSpecialFolder(form_.ports.shell, folder->enabled.shellFolder);
         for (const std::string& file : storage::DirNormalFiles(form_.ports.files, path + "\\*.*")) {
             if (storage::GetShortcutTarget(form_.ports.shell, path + "\\" + file) != ItemPath) continue;
             if (!form_.ports.files.Kill(path + "\\" + file)) throw vb::VbError(vb::err::kPathFileAccess);
         }
-    } else if (const LogonLocation* logon = FindSection(kLogonLocations, SectionName)) {
-        DisableLogon(S(logon->PPath), ItemName, S(logon->LogonFolder));
+    } else if (const catalogue::ItemSection* logon = FindSection(catalogue::Place::NamedValue, SectionName)) {
+        DisableLogon(S(logon->operationsKey), ItemName, S(logon->enabled.valueName));
     } else if (SectionName == section::kServices || SectionName == section::kDrivers) {
         // Only a driver keeps its old start type; a service gets a plain mark.
         const std::string path = "HKEY_LOCAL_MACHINE\\" + S(kServicesKey) + ItemName;

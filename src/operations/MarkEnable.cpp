@@ -29,19 +29,19 @@ void ItemOperations::MarkEnable(const std::string& SectionName, const std::strin
     const std::string sideFolder = form_.SideFolder();
     auto& registry = form_.ports.registry;
 
-    if (const RunLocation* run = FindSection(kRunLocations, SectionName)) {
+    if (const catalogue::ItemSection* run = FindSection(catalogue::Place::KeyValues, SectionName)) {
         // The AutorunsDisabled subkey stays, even when empty.
-        registry::SetRegString(registry, run->root, S(run->key), ItemName, ItemPath);
-        registry::DeleteRegValue(registry, run->root, S(run->key) + "\\AutorunsDisabled", ItemName);
-    } else if (const FolderLocation* folder = FindSection(kFolderLocations, SectionName)) {
-        const std::string path = storage::GetSpecialFolder(form_.ports.shell, folder->folderId);
+        registry::SetRegString(registry, run->enabled.root, S(run->operationsKey), ItemName, ItemPath);
+        registry::DeleteRegValue(registry, run->enabled.root, S(run->operationsKey) + "\\AutorunsDisabled", ItemName);
+    } else if (const catalogue::ItemSection* folder = FindSection(catalogue::Place::ShellFolder, SectionName)) {
+        const std::string path = storage::GetSpecialFolder(form_.ports.shell, folder->enabled.shellFolder);
         CreateShortcut(path + "\\" + ItemName, ItemPath, ItemName);
         form_.objinifile.IniFilePath(sideFolder + "\\Settings.ini");
-        form_.objinifile.IniSection(S(folder->settingsSection));
+        form_.objinifile.IniSection(S(folder->disabled.settingsSection));
         // A line that no longer names the path stays, and the item shows twice.
         if (form_.objinifile.IniReadValue(ItemName) == ItemPath) form_.objinifile.IniDeleteKey(ItemName);
-    } else if (const LogonLocation* logon = FindSection(kLogonLocations, SectionName)) {
-        EnableLogon(S(logon->PPath), ItemName, S(logon->LogonFolder));
+    } else if (const catalogue::ItemSection* logon = FindSection(catalogue::Place::NamedValue, SectionName)) {
+        EnableLogon(S(logon->operationsKey), ItemName, S(logon->enabled.valueName));
     } else if (SectionName == section::kServices || SectionName == section::kDrivers) {
         // A service comes back automatic whatever it was; a driver gets the
         // number the caller hands in. The disabled mark is never read.

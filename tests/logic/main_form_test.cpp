@@ -38,9 +38,9 @@ protected:
                 tessmark::testing::DeleteTree(registry, root, std::string(kBase) + key);
                 SetString(root, std::string(kBase) + key, key, "C:\\x.exe");
             }
-        SetString(platform::reg::kLocalMachine, discovery::RdpwdKey, "StartupPrograms", "rdpclip");
-        SetString(platform::reg::kLocalMachine, discovery::WinlogonKey, "Userinit", "userinit.exe");
-        SetString(platform::reg::kLocalMachine, discovery::WinlogonKey, "Shell", "explorer.exe");
+        SetString(platform::reg::kLocalMachine, discovery::LogonKey(1), "StartupPrograms", "rdpclip");
+        SetString(platform::reg::kLocalMachine, discovery::LogonKey(2), "Userinit", "userinit.exe");
+        SetString(platform::reg::kLocalMachine, discovery::LogonKey(3), "Shell", "explorer.exe");
         std::string side = machine->Files().Environ("Appdata") + "\\Corvane Pulse";
         std::string folderPath = side + "\\";
         storage::MakeFolderPath(machine->Files(), folderPath);

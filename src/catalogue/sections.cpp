@@ -1,8 +1,8 @@
-#include "frame/catalogue.h"
+#include "catalogue/sections.h"
 
 #include <utility>
 
-namespace tessmark::frame {
+namespace tessmark::catalogue {
 namespace {
 
 using platform::RegHandle;
@@ -45,10 +45,13 @@ constexpr std::string_view kWinlogonKey = "SOFTWARE\\Microsoft\\Windows NT\\Curr
 constexpr std::string_view kWinlogonKeyDisabled =
     "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\AutorunsDisabled";
 
-constexpr std::string_view kBhoKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Browser Helper Objects\\";
-constexpr std::string_view kBhoKeyDisabled =
-    "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Browser Helper Objects\\AutorunsDisabled\\";
-constexpr std::string_view kServicesKey = "SYSTEM\\CurrentControlSet\\Services\\";
+// The disable and enable operations spell "Software" in both hives and
+// "SYSTEM" for the terminal-server key; the registry ignores the case.
+constexpr std::string_view kOpRunKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
+constexpr std::string_view kOpRunOnceKey = "Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce";
+constexpr std::string_view kOpRunServicesKey = "Software\\Microsoft\\Windows\\CurrentVersion\\RunServices";
+constexpr std::string_view kOpRunServiceOnceKey = "Software\\Microsoft\\Windows\\CurrentVersion\\RunServiceOnce";
+constexpr std::string_view kOpRdpwdKey = "SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd";
 
 // A service or driver stays in its own key: "Start" is its live state, and
 // disabling leaves a mark in the value "AutorunsDisabled" beside it.
@@ -139,27 +142,32 @@ const std::array<ItemSection, 13> kItemSections = {{
     {section::kCurrentUserStartup, SectionTag::Number(2), "AddStartupCurrUser", 0,
      ShellFolder(kCsidlStartup), SettingsSection("StartupCurrUser")},
     {section::kAllRun, SectionTag::Number(3), "AddRun", kFalse,
-     KeyValues(kLocalMachine, kRunKey), KeyValues(kLocalMachine, kRunKeyDisabled)},
+     KeyValues(kLocalMachine, kRunKey), KeyValues(kLocalMachine, kRunKeyDisabled), kOpRunKey},
     {section::kAllRunOnce, SectionTag::Number(4), "AddRunOnce", kFalse,
-     KeyValues(kLocalMachine, kRunOnceKey), KeyValues(kLocalMachine, kRunOnceKeyDisabled)},
+     KeyValues(kLocalMachine, kRunOnceKey), KeyValues(kLocalMachine, kRunOnceKeyDisabled), kOpRunOnceKey},
     {section::kAllRunServices, SectionTag::Number(5), "AddRunServices", kFalse,
-     KeyValues(kLocalMachine, kRunServicesKey), KeyValues(kLocalMachine, kRunServicesKeyDisabled)},
+     KeyValues(kLocalMachine, kRunServicesKey), KeyValues(kLocalMachine, kRunServicesKeyDisabled),
+     kOpRunServicesKey},
     {section::kAllRunServicesOnce, SectionTag::Number(6), "AddRunServiceOnce", kFalse,
-     KeyValues(kLocalMachine, kRunServiceOnceKey), KeyValues(kLocalMachine, kRunServiceOnceKeyDisabled)},
+     KeyValues(kLocalMachine, kRunServiceOnceKey), KeyValues(kLocalMachine, kRunServiceOnceKeyDisabled),
+     kOpRunServiceOnceKey},
     {section::kLogonStartupPrograms, SectionTag::Text("7"), "AddLogon", 1,
-     NamedValue(kRdpwdKey, "StartupPrograms"), NamedValue(kRdpwdKeyDisabled, "StartupPrograms")},
+     NamedValue(kRdpwdKey, "StartupPrograms"), NamedValue(kRdpwdKeyDisabled, "StartupPrograms"),
+     kOpRdpwdKey},
     {section::kLogonShell, SectionTag::Text("8"), "AddLogon", 3,
-     NamedValue(kWinlogonKey, "Shell"), NamedValue(kWinlogonKeyDisabled, "Shell")},
+     NamedValue(kWinlogonKey, "Shell"), NamedValue(kWinlogonKeyDisabled, "Shell"), kWinlogonKey},
     {section::kLogonUserInit, SectionTag::Text("9"), "AddLogon", 2,
-     NamedValue(kWinlogonKey, "Userinit"), NamedValue(kWinlogonKeyDisabled, "Userinit")},
+     NamedValue(kWinlogonKey, "Userinit"), NamedValue(kWinlogonKeyDisabled, "Userinit"), kWinlogonKey},
     {section::kCurrRun, SectionTag::Number(21), "AddRun", kTrue,
-     KeyValues(kCurrentUser, kRunKey), KeyValues(kCurrentUser, kRunKeyDisabled)},
+     KeyValues(kCurrentUser, kRunKey), KeyValues(kCurrentUser, kRunKeyDisabled), kOpRunKey},
     {section::kCurrRunOnce, SectionTag::Number(22), "AddRunOnce", kTrue,
-     KeyValues(kCurrentUser, kRunOnceKey), KeyValues(kCurrentUser, kRunOnceKeyDisabled)},
+     KeyValues(kCurrentUser, kRunOnceKey), KeyValues(kCurrentUser, kRunOnceKeyDisabled), kOpRunOnceKey},
     {section::kCurrRunServices, SectionTag::Number(23), "AddRunServices", kTrue,
-     KeyValues(kCurrentUser, kRunServicesKey), KeyValues(kCurrentUser, kRunServicesKeyDisabled)},
+     KeyValues(kCurrentUser, kRunServicesKey), KeyValues(kCurrentUser, kRunServicesKeyDisabled),
+     kOpRunServicesKey},
     {section::kCurrRunServicesOnce, SectionTag::Number(23), "AddRunServiceOnce", kTrue,
-     KeyValues(kCurrentUser, kRunServiceOnceKey), KeyValues(kCurrentUser, kRunServiceOnceKeyDisabled)},
+     KeyValues(kCurrentUser, kRunServiceOnceKey), KeyValues(kCurrentUser, kRunServiceOnceKeyDisabled),
+     kOpRunServiceOnceKey},
 }};
 
 const std::array<OperationSection, 3> kOperationSections = {{
@@ -172,6 +180,18 @@ const std::array<OperationSection, 3> kOperationSections = {{
 
 std::string FindPath(const std::string& sectionPath) { return Translate(kPaths, sectionPath); }
 
+const ItemSection* FindItemSection(std::string_view path) {
+    for (const ItemSection& entry : kItemSections)
+        if (entry.path == path) return &entry;
+    return nullptr;
+}
+
+const ItemSection* FindLogonSection(int logonType) {
+    for (const ItemSection& entry : kItemSections)
+        if (entry.scanner == "AddLogon" && entry.scannerArgument == logonType) return &entry;
+    return nullptr;
+}
+
 std::string FindKey(const std::string& sectionPath) { return Translate(kKeys, sectionPath); }
 
-}  // namespace tessmark::frame
+}  // namespace tessmark::catalogue
