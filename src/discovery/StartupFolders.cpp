@@ -21,7 +21,7 @@ void AddStartupFolder(ScanContext& form, std::string_view sectionPath, bool pump
     std::vector<std::string> names;
     Resume([&] { sideFolder = form.SideFolder(); });
     Resume([&] { folder = storage::GetSpecialFolder(form.ports.shell, entry.enabled.shellFolder); });
-    Resume([&] { names = storage::DirNormalFiles(form.ports.files, folder + "\\*.*"); });
+    Resume([&] { names = storage::ShellFolderFiles(form.ports.files, folder); });
 
     for (const std::string& name : names) {
         if (pumpsMessages) Resume([&] { form.ports.ui.DoEvents(); });
