@@ -1,6 +1,5 @@
-// The list on the main form: check boxes, double click, F2, F5, the popup's
-// command, right click and column sorting, and items that go round from
-// enabled to disabled and back, seen in the list after each repopulation.
+// The list on the main form: items that go round from enabled to disabled and
+// back, seen after each repopulation, and the commands and keys that switch them.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -32,13 +31,10 @@ protected:
     ItemPlaces places{*machine};
     frame::FrmMain2 form{machine->Ports()};
 
-    void SetUp() override {
-        // As the load would set them, but with a small tree for the logon scanner's file search.
-        form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
-    }
-
-    // Selects the node, whether or not the main tree has it, and fills the list.
+    // Selects the node, whether or not the main tree has it, and fills the list;
+    // the logon scanner searches a small tree.
     void Populate(std::string_view key) {
+        form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
         form.treeAuto.Nodes.push_back({std::string(key), "", "", 0, false});
         form.treeAuto.Select(std::string(key));
         form.treeAuto_Click();
@@ -64,13 +60,8 @@ protected:
     // A row that no scanner makes.
     discovery::ItemRow& AddRow(const std::string& text, const std::string& section, long tag, const std::string& key) {
         discovery::ItemRow& row = form.ListView1.Add();
-        row.Text = text;
-        row.SubItems(1) = kNotepad;
-        row.SubItems(2) = "Yes";
-        row.SubItems(3) = section;
-        row.Tag = tag;
-        row.Key = key;
-        row.Checked = true;
+        std::tie(row.Text, row.SubItems(1), row.SubItems(2), row.SubItems(3)) = std::tie(text, kNotepad, "Yes", section);
+        std::tie(row.Tag, row.Key, row.Checked) = std::make_tuple(tag, key, true);
         form.ListView1.Select(row);
         return row;
     }
@@ -82,25 +73,20 @@ TEST_F(ListInteraction, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBe
     const std::string line = "\"C:\\windows\\notepad.exe\" /min";
     const struct {
         platform::RegHandle root;
-        const char* key;
-        const char* section;
-        const char* tag;
+        const char *key, *section;
     } keys[] = {
-        {HKLM, "Run", "Registry\\All Users\\Run", "3"},
-        {HKLM, "RunOnce", "Registry\\All Users\\RunOnce", "4"},
-        {HKLM, "RunServices", "Registry\\All Users\\RunServices", "5"},
-        {HKLM, "RunServiceOnce", "Registry\\All Users\\RunServicesOnce", "6"},
-        {HKCU, "Run", "Registry\\Current User\\Run", "21"},
-        {HKCU, "RunOnce", "Registry\\Current User\\RunOnce", "22"},
-        {HKCU, "RunServices", "Registry\\Current User\\RunServices", "23"},
+        {HKLM, "Run", "Registry\\All Users\\Run"}, {HKLM, "RunOnce", "Registry\\All Users\\RunOnce"},
+        {HKLM, "RunServices", "Registry\\All Users\\RunServices"},
+        {HKLM, "RunServiceOnce", "Registry\\All Users\\RunServicesOnce"},
+        {HKCU, "Run", "Registry\\Current User\\Run"}, {HKCU, "RunOnce", "Registry\\Current User\\RunOnce"},
+        {HKCU, "RunServices", "Registry\\Current User\\RunServices"},
     };
     // Nothing lists the current user's RunServiceOnce key.
     // Four items a key: enabled or disabled at start, clicked twice with or without a refresh between.
     const struct {
         const char* name;
         bool enabled, refresh;
-    } items[] = {{"On stays", true, false}, {"On refreshed", true, true},
-                 {"Off stays", false, false}, {"Off refreshed", false, true}};
+    } items[] = {{"On stays", true, false}, {"On refreshed", true, true}, {"Off stays", false, false}, {"Off refreshed", false, true}};
     auto data = [&](const char* key) { return std::string(key) == "Run" ? std::string(kNotepad) : line; };
     auto place = [&](const char* key, bool enabled) { return kBase + key + (enabled ? "" : "\\AutorunsDisabled"); };
     for (const auto& k : keys)

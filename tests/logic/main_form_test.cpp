@@ -7,8 +7,7 @@
 #include "discovery/Logon.h"
 #include "frame/FrmMain2.h"
 #include "frame/catalogue.h"
-#include "machine.h"
-#include "storage/modStartup.h"
+#include "item_places.h"
 #include "version_fixture.h"
 
 using namespace tessmark;
@@ -17,62 +16,42 @@ namespace section = frame::section;
 
 namespace {
 
-constexpr const char* kBase = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
+const std::string kRun = std::string(tessmark::testing::kRunBase) + "Run";
 
 class MainForm : public ::testing::Test {
 protected:
     std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
     frame::FrmMain2 form{machine->Ports()};
 
-    void SetString(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
-        ASSERT_TRUE(tessmark::testing::SeedString(machine->Registry(), root, key, name, value)) << key;
-    }
+    tessmark::testing::ItemPlaces places{*machine};
+    static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
 
     // One item in every place a node can list, and nothing else in those places.
     void SeedEverySection() {
         // As the load would set them, but with a small tree for the logon scanner's file search.
         form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
-        auto& registry = machine->Registry();
-        for (auto root : {platform::reg::kLocalMachine, platform::reg::kCurrentUser})
-            for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"}) {
-                tessmark::testing::DeleteTree(registry, root, std::string(kBase) + key);
-                SetString(root, std::string(kBase) + key, key, "C:\\x.exe");
-            }
-        SetString(platform::reg::kLocalMachine, discovery::LogonKey(1), "StartupPrograms", "rdpclip");
-        SetString(platform::reg::kLocalMachine, discovery::LogonKey(2), "Userinit", "userinit.exe");
-        SetString(platform::reg::kLocalMachine, discovery::LogonKey(3), "Shell", "explorer.exe");
-        std::string side = machine->Files().Environ("Appdata") + "\\Corvane Pulse";
-        std::string folderPath = side + "\\";
-        storage::MakeFolderPath(machine->Files(), folderPath);
+        for (auto root : {HKLM, platform::reg::kCurrentUser})
+            for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"})
+                places.Set(root, std::string(tessmark::testing::kRunBase) + key, key, "C:\\x.exe");
+        places.Set(HKLM, discovery::LogonKey(1), "StartupPrograms", "rdpclip");
+        places.Set(HKLM, discovery::LogonKey(2), "Userinit", "userinit.exe");
+        places.Set(HKLM, discovery::LogonKey(3), "Shell", "explorer.exe");
         ASSERT_TRUE(machine->Files().WriteWholeFile(
-            side + "\\Settings.ini", "[StartupAllUser]\r\nA=C:\\a.exe\r\n[StartupCurrUser]\r\nC=C:\\c.exe\r\n"));
+            places.SettingsFile(), "[StartupAllUser]\r\nA=C:\\a.exe\r\n[StartupCurrUser]\r\nC=C:\\c.exe\r\n"));
     }
 
     // The sections of the rows, each once, in the order they first appear.
     std::vector<std::string_view> Sections() {
         std::vector<std::string_view> seen;
-        for (const auto& row : form.ListView1.Rows()) {
-            auto known = std::find_if(std::begin(kAll), std::end(kAll),
-                                      [&](std::string_view s) { return s == row->SubItems(3); });
-            std::string_view s = known == std::end(kAll) ? "?" : *known;
-            if (std::find(seen.begin(), seen.end(), s) == seen.end()) seen.push_back(s);
-        }
+        for (const auto& row : form.ListView1.Rows())
+            if (std::find(seen.begin(), seen.end(), row->SubItems(3)) == seen.end()) seen.push_back(row->SubItems(3));
         return seen;
     }
-
-    // Also keys that no node of the main tree carries: the dispatch knows them.
     void ClickNode(std::string_view key) {
         form.treeAuto.Nodes.push_back({std::string(key), "", "", 0, false});
         form.treeAuto.Select(std::string(key));
         form.treeAuto_Click();
     }
-
-    static constexpr std::string_view kAll[] = {
-        section::kAllUsersStartup,    section::kCurrentUserStartup, section::kAllRun,
-        section::kAllRunOnce,         section::kAllRunServices,     section::kAllRunServicesOnce,
-        section::kLogonStartupPrograms, section::kLogonShell,       section::kLogonUserInit,
-        section::kCurrRun,            section::kCurrRunOnce,        section::kCurrRunServices,
-        section::kCurrRunServicesOnce};
 };
 
 TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
@@ -156,7 +135,7 @@ TEST_F(MainForm, EachNodeListsItsOwnSectionsOnly) {
 TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
     SeedEverySection();
     // The first row is selected after a population and the panel follows it.
-    SetString(platform::reg::kLocalMachine, std::string(kBase) + "Run", "Run", "\"" + machine->VersionedFile() + "\"");
+    places.Set(HKLM, kRun, "Run", "\"" + machine->VersionedFile() + "\"");
     ClickNode(frame::key::kRunExAll);
     EXPECT_EQ(form.LblSection.Caption, "Section: Registry\\All Users\\Run");
     // A company but no product name: "N/A" first, the company below it.
@@ -186,7 +165,7 @@ TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
 
 TEST_F(MainForm, SingleSectionsGrowTheImageStoreUntilAllItemsRebuildsIt) {
     SeedEverySection();
-    SetString(platform::reg::kLocalMachine, std::string(kBase) + "Run", "Run", "\"" + machine->VersionedFile() + "\"");
+    places.Set(HKLM, kRun, "Run", "\"" + machine->VersionedFile() + "\"");
     // Before any full population the first image is the row's, not the program's.
     ClickNode(frame::key::kRunExAll);
     ASSERT_EQ(form.imgListIcons.Count(), 1);

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "machine.h"
+#include "scan_fixture.h"
 #include "registry/regenum.h"
 #include "registry/registry_module.h"
 
@@ -77,7 +78,6 @@ TEST_F(LowLevelRegistry, QueryRegValueGivesTheBufferTrimmedOfBlanks) {
     EXPECT_EQ(QueryRegValue(registry, 0, "text"), Nuls(1024));
 }
 
-// One value per key, so that the platform's order of values plays no part.
 TEST_F(LowLevelRegistry, EnumRegValueNameKeepsTheNulBehindTheName) {
     struct Case {
         std::string name;
@@ -109,42 +109,27 @@ TEST_F(LowLevelRegistry, EnumRegValueNameKeepsTheNulBehindTheName) {
     EXPECT_EQ(EnumRegValueName(registry, 0, 0), "");
 }
 
-TEST_F(LowLevelRegistry, CountRegEntriesByMode) {
-    SetRegString(registry, kUser, Under("Count"), "a", "1");
-    SetRegString(registry, kUser, Under("Count"), "b", "2");
-    SetRegString(registry, kUser, Under("Count"), "c", "3");
-    CreateRegKey(registry, kUser, Under("Count\\Sub1"));
-    CreateRegKey(registry, kUser, Under("Count\\Sub2"));
-    const RegHandle key = OpenRegKey(registry, kUser, Under("Count"));
-    EXPECT_EQ(CountRegEntries(registry, key, 0), 3);
+TEST_F(LowLevelRegistry, CountRegEntriesByModeAndAScannersWalkReadsEveryValue) {
+    const std::map<std::string, std::string> written = {{"One", "C:\\one.exe"}, {"Two", "\"C:\\two.exe\" /s"}, {"", "def"}};
+    for (const auto& [name, value] : written) SetRegString(registry, kUser, Under("Walk"), name, value);
+    CreateRegKey(registry, kUser, Under("Walk\\Sub1"));
+    CreateRegKey(registry, kUser, Under("Walk\\Sub2"));
+    const RegHandle key = OpenRegKey(registry, kUser, Under("Walk"));
+    const std::int32_t count = CountRegEntries(registry, key, 0);
+    EXPECT_EQ(count, 3);
     EXPECT_EQ(CountRegEntries(registry, key, 1), 2);
     EXPECT_EQ(CountRegEntries(registry, key, 2), 0);
     EXPECT_EQ(CountRegEntries(registry, key, -1), 0);
-    registry.RegCloseKey(key);
-    EXPECT_EQ(CountRegEntries(registry, 0, 0), 0);
-}
-
-TEST_F(LowLevelRegistry, MissingKeyOpensAsZeroAndReadsAsEmpty) {
-    const RegHandle key = OpenRegKey(registry, kUser, Under("Missing"));
-    EXPECT_EQ(key, 0u);
-    EXPECT_EQ(CountRegEntries(registry, key, 0), 0);
-    EXPECT_EQ(CountRegEntries(registry, key, 1), 0);
-}
-
-TEST_F(LowLevelRegistry, ScannerWalkReadsEveryValue) {
-    const std::map<std::string, std::string> written = {{"One", "C:\\one.exe"}, {"Two", "\"C:\\two.exe\" /s"}, {"", "def"}};
-    for (const auto& [name, value] : written) SetRegString(registry, kUser, Under("Walk"), name, value);
     std::map<std::string, std::string> read;
-    const RegHandle key = OpenRegKey(registry, kUser, Under("Walk"));
-    const std::int32_t count = CountRegEntries(registry, key, 0);
     for (std::int32_t i = 0; i <= count - 1; ++i) {
-        const std::string name = EnumRegValueName(registry, key, i);
-        const std::string text = name.substr(0, name.find('\0'));
-        const std::string value = QueryRegValue(registry, key, text);
-        read[text] = value.substr(0, value.find('\0'));
+        const std::string text = testing::Shown(EnumRegValueName(registry, key, i));
+        read[text] = testing::Shown(QueryRegValue(registry, key, text));
     }
     registry.RegCloseKey(key);
     EXPECT_EQ(read, written);
+    EXPECT_EQ(OpenRegKey(registry, kUser, Under("Missing")), 0u);
+    EXPECT_EQ(CountRegEntries(registry, 0, 0), 0);
+    EXPECT_EQ(CountRegEntries(registry, 0, 1), 0);
 }
 
 TEST_F(LowLevelRegistry, SetRegStringCreatesTheKeyAndWritesText) {
@@ -159,16 +144,14 @@ TEST_F(LowLevelRegistry, SetRegStringCreatesTheKeyAndWritesText) {
     EXPECT_EQ(Stored("New\\Deep", "Empty"), std::make_pair(reg::kSz, ""s));
 }
 
-TEST_F(LowLevelRegistry, DeleteRegValueIsSilent) {
-    SetRegString(registry, kUser, Under("Del"), "Item", "x");
-    DeleteRegValue(registry, kUser, Under("Del"), "Item");
-    EXPECT_EQ(Stored("Del", "Item").first, reg::kNone);
-    DeleteRegValue(registry, kUser, Under("Del"), "Item");
+TEST_F(LowLevelRegistry, DeletersAreSilentAndLeaveKeysWithSubkeys) {
+    SetRegString(registry, kUser, Under("Parent"), "Item", "x");
+    DeleteRegValue(registry, kUser, Under("Parent"), "Item");
+    EXPECT_EQ(Stored("Parent", "Item").first, reg::kNone);
+    DeleteRegValue(registry, kUser, Under("Parent"), "Item");
     DeleteRegValue(registry, kUser, Under("Missing"), "Item");
     EXPECT_FALSE(KeyExists("Missing"));
-}
 
-TEST_F(LowLevelRegistry, DeleteRegKeyRemovesOnlyKeysWithoutSubkeys) {
     CreateRegKey(registry, kUser, Under("Parent\\Child"));
     DeleteRegKey(registry, kUser, Under("Parent"));
     EXPECT_TRUE(KeyExists("Parent"));
