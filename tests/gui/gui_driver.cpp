@@ -72,57 +72,38 @@ std::string TextOf(HWND window) {
 }
 
 namespace {
+// A block of memory inside the program, for messages that pass pointers: the
+// structure at its start, a text buffer at kTextAt.
+constexpr std::size_t kTextAt = 1024;
+constexpr int kTextSize = 1024;
+
+struct Remote {
+    HANDLE process;
+    char* address = static_cast<char*>(VirtualAllocEx(process, nullptr, kTextAt + kTextSize, MEM_COMMIT, PAGE_READWRITE));
+    ~Remote() { VirtualFreeEx(process, address, 0, MEM_RELEASE); }
+    LPARAM Param() const { return reinterpret_cast<LPARAM>(address); }
+    void Write(const void* data, std::size_t size) const { WriteProcessMemory(process, address, data, size, nullptr); }
+    void Read(void* data, std::size_t size) const { ReadProcessMemory(process, address, data, size, nullptr); }
+    std::string Text() const {
+        char text[kTextSize] = {};
+        ReadProcessMemory(process, address + kTextAt, text, sizeof text - 1, nullptr);
+        return text;
+    }
+};
+
 BOOL CALLBACK CollectStaticText(HWND child, LPARAM texts) {
     char cls[64] = {};
     GetClassNameA(child, cls, sizeof cls);
-    if (lstrcmpiA(cls, "Static") == 0) {
-        std::string text = TextOf(child);
-        if (!text.empty()) reinterpret_cast<std::vector<std::string>*>(texts)->push_back(text);
-    }
+    if (lstrcmpiA(cls, "Static") == 0 && !TextOf(child).empty())
+        reinterpret_cast<std::vector<std::string>*>(texts)->push_back(TextOf(child));
     return TRUE;
 }
 
-struct Search {
-    int id;
-    HWND found;
-};
 BOOL CALLBACK FindById(HWND child, LPARAM search) {
-    auto* s = reinterpret_cast<Search*>(search);
-    if (GetDlgCtrlID(child) != s->id) return TRUE;
-    s->found = child;
+    auto* s = reinterpret_cast<std::pair<int, HWND>*>(search);
+    if (GetDlgCtrlID(child) != s->first) return TRUE;
+    s->second = child;
     return FALSE;
-}
-
-// A block of memory inside the program, for messages that pass pointers.
-class Remote {
-public:
-    Remote(HANDLE process, std::size_t size)
-        : process_(process), address_(VirtualAllocEx(process, nullptr, size, MEM_COMMIT, PAGE_READWRITE)) {}
-    ~Remote() { VirtualFreeEx(process_, address_, 0, MEM_RELEASE); }
-    Remote(const Remote&) = delete;
-    Remote& operator=(const Remote&) = delete;
-
-    char* At(std::size_t offset) const { return static_cast<char*>(address_) + offset; }
-    LPARAM Param() const { return reinterpret_cast<LPARAM>(address_); }
-    void Write(std::size_t offset, const void* data, std::size_t size) const {
-        WriteProcessMemory(process_, At(offset), data, size, nullptr);
-    }
-    void Read(std::size_t offset, void* data, std::size_t size) const {
-        ReadProcessMemory(process_, At(offset), data, size, nullptr);
-    }
-
-private:
-    HANDLE process_;
-    void* address_;
-};
-
-constexpr std::size_t kTextAt = 1024;  // where the text buffer lies in a Remote block
-constexpr int kTextSize = 1024;
-
-std::string RemoteText(const Remote& remote) {
-    char text[kTextSize] = {};
-    remote.Read(kTextAt, text, sizeof text - 1);
-    return text;
 }
 }  // namespace
 
@@ -137,9 +118,9 @@ void PressOk(HWND dialog) {
 }
 
 HWND Descendant(HWND window, int id) {
-    Search search{id, nullptr};
+    std::pair<int, HWND> search{id, nullptr};
     EnumChildWindows(window, FindById, reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return search.second;
 }
 
 void PrintTo(const ListRow& row, std::ostream* out) {
@@ -148,15 +129,15 @@ void PrintTo(const ListRow& row, std::ostream* out) {
 }
 
 std::vector<ListRow> ListRows(const Program& program, HWND list) {
-    Remote remote(program.Process(), kTextAt + kTextSize);
+    Remote remote{program.Process()};
     auto cell = [&](int row, int column) {
         LVITEMA item = {};
         item.iSubItem = column;
-        item.pszText = remote.At(kTextAt);
+        item.pszText = remote.address + kTextAt;
         item.cchTextMax = kTextSize;
-        remote.Write(0, &item, sizeof item);
+        remote.Write(&item, sizeof item);
         SendMessageA(list, LVM_GETITEMTEXTA, row, remote.Param());
-        return RemoteText(remote);
+        return remote.Text();
     };
     std::vector<ListRow> rows;
     const int count = static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0));
@@ -168,7 +149,7 @@ std::vector<ListRow> ListRows(const Program& program, HWND list) {
 }
 
 std::vector<TreeNode> TreeNodes(const Program& program, HWND tree) {
-    Remote remote(program.Process(), kTextAt + kTextSize);
+    Remote remote{program.Process()};
     const auto selected = reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
     std::vector<TreeNode> nodes;
     std::function<void(HTREEITEM)> walk = [&](HTREEITEM item) {
@@ -178,12 +159,12 @@ std::vector<TreeNode> TreeNodes(const Program& program, HWND tree) {
             query.mask = TVIF_TEXT | TVIF_STATE;
             query.hItem = item;
             query.stateMask = TVIS_EXPANDED;
-            query.pszText = remote.At(kTextAt);
+            query.pszText = remote.address + kTextAt;
             query.cchTextMax = kTextSize;
-            remote.Write(0, &query, sizeof query);
+            remote.Write(&query, sizeof query);
             SendMessageA(tree, TVM_GETITEMA, 0, remote.Param());
-            remote.Read(0, &query, sizeof query);
-            nodes.push_back({RemoteText(remote), (query.state & TVIS_EXPANDED) != 0, item == selected, item});
+            remote.Read(&query, sizeof query);
+            nodes.push_back({remote.Text(), (query.state & TVIS_EXPANDED) != 0, item == selected, item});
             walk(reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item))));
         }
     };
@@ -192,22 +173,22 @@ std::vector<TreeNode> TreeNodes(const Program& program, HWND tree) {
 }
 
 void ClickNode(const Program& program, HWND tree, HTREEITEM item) {
-    Remote remote(program.Process(), sizeof(RECT));
-    remote.Write(0, &item, sizeof item);  // the item goes in where the rectangle comes out
+    Remote remote{program.Process()};
+    remote.Write(&item, sizeof item);  // the item goes in where the rectangle comes out
     SendMessageA(tree, TVM_GETITEMRECT, TRUE, remote.Param());
     RECT caption = {};
-    remote.Read(0, &caption, sizeof caption);
+    remote.Read(&caption, sizeof caption);
     const LPARAM at = MAKELPARAM((caption.left + caption.right) / 2, (caption.top + caption.bottom) / 2);
     PostMessageA(tree, WM_LBUTTONDOWN, MK_LBUTTON, at);
     PostMessageA(tree, WM_LBUTTONUP, 0, at);
 }
 
 void ClickCheckBox(const Program& program, HWND list, int row) {
-    Remote remote(program.Process(), sizeof(RECT));
+    Remote remote{program.Process()};
     RECT icon = {LVIR_ICON};
-    remote.Write(0, &icon, sizeof icon);
+    remote.Write(&icon, sizeof icon);
     SendMessageA(list, LVM_GETITEMRECT, row, remote.Param());
-    remote.Read(0, &icon, sizeof icon);
+    remote.Read(&icon, sizeof icon);
     // The check box stands just left of the row's small icon.
     const LPARAM at = MAKELPARAM(icon.left - 8, (icon.top + icon.bottom) / 2);
     PostMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, at);

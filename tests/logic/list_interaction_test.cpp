@@ -256,40 +256,28 @@ TEST_F(ListInteraction, DoubleClickF2AndThePopupCommandSwitchTheSelectedRow) {
     }
 }
 
-TEST_F(ListInteraction, F5RebuildsTheListAndOtherKeysDoNothing) {
-    places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
-    Populate(frame::key::kRunExAll);
-    places.Set(HKLM, kBase + "Run", "Newer", kNotepad);
-
-    form.ListView1_KeyDown(kDeleteKey, 0);
-    form.ListView1_KeyDown('A', 0);
-    EXPECT_EQ(form.ListView1.Count(), 1);
-    EXPECT_EQ(form.ListView1(1).SubItems(2), "Yes");
-    EXPECT_EQ(places.Value(HKLM, kBase + "Run", "Tool"), (StoredValue{kSz, kNotepad}));
-
-    form.ListView1_KeyDown(kF5, 0);
-    EXPECT_EQ(form.ListView1.Count(), 2);
-}
-
-TEST_F(ListInteraction, WithNoRowsTheCommandsDoNothingAndRightClickStillShowsThePopup) {
-    Populate(frame::key::kBhoAll);
-    ASSERT_EQ(form.ListView1.Count(), 0);
+TEST_F(ListInteraction, RightClickNamesTheCommandAfterTheSelectedRowAndOfOtherKeysOnlyF5Acts) {
+    Populate(frame::key::kBhoAll);  // no rows: the commands do nothing, the popup still comes
     form.FrmMenu.mnuDisableCaption = "Enable";
     form.ListView1_DblClick();
     form.ListView1_KeyDown(kF2, 0);
     form.mnuDisable_Click();
     EXPECT_TRUE(machine->Ui().log.empty());
-
     form.ListView1_MouseDown(kRight, 0, 10, 10);
     EXPECT_TRUE(form.popupRequested);
     EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Enable");
-}
 
-TEST_F(ListInteraction, RightClickNamesTheCommandAfterTheSelectedRow) {
     places.Set(HKLM, kBase + "Run", "On", kNotepad);
     places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Off", kNotepad);
     Populate(frame::key::kRunExAll);
+    places.Set(HKLM, kBase + "Run", "Newer", kNotepad);
+    form.ListView1_KeyDown(kDeleteKey, 0);
+    form.ListView1_KeyDown('A', 0);
+    EXPECT_EQ(form.ListView1.Count(), 2);
+    EXPECT_EQ(Row("Registry\\All Users\\Run", "On").SubItems(2), "Yes");
+    EXPECT_EQ(places.Value(HKLM, kBase + "Run", "On"), (StoredValue{kSz, kNotepad}));
 
+    form.popupRequested = false;
     form.ListView1.Select(Row("Registry\\All Users\\Run", "Off"));
     form.ListView1_MouseDown(kLeft, 0, 0, 0);
     EXPECT_FALSE(form.popupRequested);
@@ -297,14 +285,13 @@ TEST_F(ListInteraction, RightClickNamesTheCommandAfterTheSelectedRow) {
     EXPECT_TRUE(form.popupRequested);
     EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Enable");
     EXPECT_TRUE(form.FrmMenu.mnuDisableChecked);
-
-    form.popupRequested = false;
     form.ListView1.Select(Row("Registry\\All Users\\Run", "On"));
     form.ListView1_MouseDown(kRight, 0, 0, 0);
-    EXPECT_TRUE(form.popupRequested);
     EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Disable");
     EXPECT_FALSE(form.FrmMenu.mnuDisableChecked);
 
+    form.ListView1_KeyDown(kF5, 0);
+    EXPECT_EQ(form.ListView1.Count(), 3);
     // Rows but no selection: the error goes up to the top-level handler.
     form.ListView1.Clear();
     form.ListView1.Add();
@@ -340,20 +327,16 @@ TEST_F(ListInteraction, ColumnClicksSortAscendingAndRowsKeepTheirIdentity) {
     EXPECT_EQ(gamma.SubItems(2), "No");
 }
 
-TEST_F(ListInteraction, DriverRowsHandOnTheStartTypeWordOfTheirKey) {
+TEST_F(ListInteraction, DriverAndBrowserHelperRowsHandOnTheirKey) {
     const std::pair<const char*, std::uint32_t> words[] = {
         {"Zero,x", 0}, {"One,x", 1}, {"Two,x", 2}, {"Three,x", 3}, {"two,x", 0}, {"Four,x", 0}, {",x", 0},
     };
-    const std::string key = tessmark::testing::kServiceKey;
+    const std::string key = tessmark::testing::kServiceKey, clsid = tessmark::testing::kTestClsid;
     for (const auto& [word, number] : words) {
         ClickCheckBox(AddRow("TessmarkTestService", "Registry\\All Users\\Drivers", 19, word));
         EXPECT_EQ(places.Dword(HKLM, key, "AutorunsDisabled"), number) << word;
         EXPECT_EQ(places.Dword(HKLM, key, "Start"), 4u) << word;
     }
-}
-
-TEST_F(ListInteraction, BrowserHelperRowsHandOnTheirKeyAsThePath) {
-    const std::string clsid = tessmark::testing::kTestClsid;
     places.MakeKey(HKLM, tessmark::testing::kBhoBase + clsid);
     discovery::ItemRow& row = AddRow("Helper", "Registry\\All Users\\Browser Helper Objects", 20, clsid);
     ClickCheckBox(row);
@@ -371,7 +354,6 @@ TEST_F(ListInteraction, AnErrorInsideEndsTheCommandsButEscapesACheckBoxClick) {
     form.ListView1_KeyDown(kF2, 0);
     form.mnuDisable_Click();
     EXPECT_TRUE(machine->Ui().log.empty());
-
     try {
         ClickCheckBox(row);
         ADD_FAILURE() << "the error should leave the handler";

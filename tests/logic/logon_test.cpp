@@ -1,6 +1,4 @@
-// The logon scanner on seeded list values: how each of the six variants splits
-// its value, names its rows and finds their files in the folders it is given;
-// and appending a program to such a value.
+// The logon scanner on seeded list values, and appending a program to such a value.
 #include <gtest/gtest.h>
 
 #include "discovery/Logon.h"
@@ -54,7 +52,6 @@ TEST_F(Logon, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
         // A trailing separator gives no row; none gives one; the rows of a value
         // follow its text. Userinit names its rows after the last path element.
         {2, false, "Userinit", "%SystemRoot%\\system32\\userinit.exe,", {{"userinit.exe", userinit, "Yes"}}},
-        {2, false, "Userinit", "userinit.exe", {{"userinit.exe", userinit, "Yes"}}},
         {2, false, "Userinit", "userinit.exe,\"" + P + "\\Vendor\\deep\\tool.exe\"",
          {{"userinit.exe", userinit, "Yes"}, {"tool.exe", P + "\\Vendor\\deep\\tool.exe", "Yes"}}},
         {2, false, "Userinit", W + "\\shell.exe", {{"shell.exe", W + "\\shell.exe", "Yes"}}},
@@ -86,8 +83,7 @@ TEST_F(Logon, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
         {3, true, "Userinit", "userinit.exe", {}},
         {2, false, "userinit", "userinit.exe", {}},
     };
-    const RowView kSection[] = {{},
-                                {"", "", "", "Registry\\All Users\\Logon\\Startup Programs", "\"7\""},
+    const RowView kSection[] = {{}, {"", "", "", "Registry\\All Users\\Logon\\Startup Programs", "\"7\""},
                                 {"", "", "", "Registry\\All Users\\Logon\\UserInit", "\"9\""},
                                 {"", "", "", "Registry\\All Users\\Logon\\Shell", "\"8\""}};
     for (const auto& c : cases) {
@@ -128,20 +124,14 @@ TEST_F(Logon, AHandlerThatClearsTheListWhileTheSearchPumpsLeavesTheRowsAddedAfte
 }
 
 TEST_F(Logon, AddLogonFolderAppendsAProgramWithTheValuesSeparator) {
-    struct Case {
-        const char* name;  // the value seeded, when `before` is given
-        const char* before;
-        const char* valueName;  // the value asked for
-        const char* after;
-    };
-    const Case cases[] = {
-        {"Userinit", "userinit.exe", "Userinit", "userinit.exe,b.exe"},
-        {"Userinit", "\"a.exe\",  ", "Userinit", "a.exe,b.exe"},
+    const struct {
+        const char *name, *before;  // the value seeded, when `before` is given
+        const char *valueName, *after;
+    } cases[] = {
+        {"Userinit", "userinit.exe", "Userinit", "userinit.exe,b.exe"}, {"Userinit", "\"a.exe\",  ", "Userinit", "a.exe,b.exe"},
         {"StartupPrograms", "rdpclip", "StartupPrograms", "rdpclip,b.exe"},
-        {"Shell", "explorer.exe", "Shell", "explorer.exe b.exe"},
-        {"Shell", "explorer.exe,", "Shell", "explorer.exe, b.exe"},
-        {nullptr, nullptr, "Userinit", "b.exe"},
-        {"Userinit", "", "Userinit", "b.exe"},
+        {"Shell", "explorer.exe", "Shell", "explorer.exe b.exe"}, {"Shell", "explorer.exe,", "Shell", "explorer.exe, b.exe"},
+        {nullptr, nullptr, "Userinit", "b.exe"}, {"Userinit", "", "Userinit", "b.exe"},
         // Names match without regard to case; only "Shell" exactly takes a blank.
         {"Shell", "explorer.exe", "shell", "explorer.exe,b.exe"},
     };

@@ -1,5 +1,4 @@
-// The Startup-folder scanners on real shortcuts and a real settings file:
-// shortcuts first, then the settings lines, names from the shell's record.
+// The Startup-folder scanners: shortcuts first, then the settings lines.
 #include <gtest/gtest.h>
 
 #include "discovery/RowServices.h"
@@ -22,23 +21,19 @@ protected:
     void SetUp() override {
         ASSERT_FALSE(allUsers.empty());
         ASSERT_FALSE(currentUser.empty());
-        Clean();
+        TearDown();
         list.Clear();
         machine->Ui().doEvents = 0;
     }
     // The real folders outlive the test; later suites expect them empty.
-    void TearDown() override { Clean(); }
-
-    void Clean() {
+    void TearDown() override {
         for (const std::string& folder : {allUsers, currentUser})
             for (const std::string& name : storage::DirNormalFiles(files, folder + "\\*.*")) files.Kill(folder + "\\" + name);
         files.Kill(settings);
     }
-
     void Shortcut(const std::string& folder, const std::string& name, const std::string& target) {
         ASSERT_TRUE(machine->Shell().SaveShortcut(folder + "\\" + name, target, target + ",0", 1)) << name;
     }
-
     void Settings(const std::string& contents) {
         std::string folder = settings;
         storage::MakeFolderPath(files, folder);
@@ -54,13 +49,12 @@ protected:
 TEST_F(StartupFolders, EachFolderListsItsShortcutsThenItsSettingsLines) {
     Touch(tool);
     Touch(folders.windowsFolder + "\\other.exe");
-    struct Case {
+    const struct {
         void (*scan)(discovery::ScanContext&);
         std::string folder, otherFolder;
         RowView disabled;
         int pumps;  // the all-users walk yields once per shortcut
-    };
-    const Case cases[] = {
+    } cases[] = {
         {discovery::AddStartupAllUser, allUsers, currentUser, {"All", "C:\\a.exe", "No", "All Users\\Startup", "1"}, 2},
         {discovery::AddStartupCurrUser, currentUser, allUsers, {"Curr", "C:\\c.exe", "No", "Current User\\Startup", "2"}, 0},
     };
@@ -86,25 +80,21 @@ TEST_F(StartupFolders, EachFolderListsItsShortcutsThenItsSettingsLines) {
 TEST_F(StartupFolders, ARowWhoseTargetTheShellCannotFindShowsTheNameThePreviousCallLeft) {
     const std::string prior = folders.windowsFolder + "\\prior.exe";
     Touch(prior);
-    struct Case {
-        const char* file;
-        std::string path;
-    };
-    const Case cases[] = {
+    const std::pair<const char*, std::string> cases[] = {
         {"gone.lnk", scratch + "\\nowhere\\gone.exe"},
         {"notes.txt", "Error occured."},  // no shortcut at all
     };
-    for (const auto& c : cases) {
+    for (const auto& [file, path] : cases) {
         SetUp();
-        if (c.path != "Error occured.") Shortcut(currentUser, c.file, c.path);
-        else Touch(currentUser + "\\" + c.file);
+        if (path != "Error occured.") Shortcut(currentUser, file, path);
+        else Touch(currentUser + "\\" + file);
         form.RowIcon(prior);  // any earlier row fills the form's one record
         discovery::AddStartupCurrUser(form);
-        EXPECT_EQ(Rows(), (std::vector<RowView>{{"prior.exe", c.path, "Yes", "Current User\\Startup", "2"}})) << c.file;
-        EXPECT_EQ(list(1).SmallIcon, 0) << c.file;
+        EXPECT_EQ(Rows(), (std::vector<RowView>{{"prior.exe", path, "Yes", "Current User\\Startup", "2"}})) << file;
+        EXPECT_EQ(list(1).SmallIcon, 0) << file;
         Refresh();
-        EXPECT_EQ(Rows()[0].path, "File Not Found") << c.file;
-        EXPECT_EQ(list(1).SmallIcon, 1) << c.file;
+        EXPECT_EQ(Rows()[0].path, "File Not Found") << file;
+        EXPECT_EQ(list(1).SmallIcon, 1) << file;
     }
 }
 

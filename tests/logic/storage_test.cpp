@@ -23,51 +23,35 @@ struct Storage : ::testing::Test {
 };
 
 TEST_F(Storage, MakeFolderPathMakesEverythingAboveTheLastBackslash) {
-    std::string withSlash = scratch + "\\a\\b\\c\\";
-    EXPECT_EQ(storage::MakeFolderPath(files, withSlash), withSlash);
-    EXPECT_TRUE(files.FolderExists(scratch + "\\a\\b\\c"));
-
-    std::string withoutSlash = scratch + "\\x\\y\\z";
-    EXPECT_EQ(storage::MakeFolderPath(files, withoutSlash), withoutSlash);
-    EXPECT_TRUE(files.FolderExists(scratch + "\\x\\y"));
+    for (std::string path : {scratch + "\\a\\b\\c\\", scratch + "\\x\\y\\z"}) {
+        const std::string asked = path;
+        EXPECT_EQ(storage::MakeFolderPath(files, path), asked);
+        EXPECT_TRUE(files.FolderExists(asked.substr(0, asked.rfind('\\'))));
+    }
     EXPECT_FALSE(files.FolderExists(scratch + "\\x\\y\\z"));
-
-    std::string bare = "nobackslash";
+    std::string bare = "nobackslash", below = scratch + "\\file\\sub\\";
     EXPECT_EQ(storage::MakeFolderPath(files, bare), "");
-}
-
-TEST_F(Storage, MakeFolderPathGivesEmptyWhenAFolderCannotBeMade) {
     Touch(scratch + "\\file");
-    std::string below = scratch + "\\file\\sub\\";
     EXPECT_EQ(storage::MakeFolderPath(files, below), "");
 }
 
 TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfolders) {
-    Folder(scratch + "\\pf");
-    Folder(scratch + "\\pf\\A");
-    Folder(scratch + "\\pf\\A\\deep");
-    Folder(scratch + "\\pf\\Processed");
-    Folder(scratch + "\\pf\\old processed");
-    Folder(scratch + "\\pf\\SYSTEM FILES");
-    Touch(scratch + "\\pf\\A\\deep\\tool.exe");
-    Touch(scratch + "\\pf\\A\\tool.exe");
-    Touch(scratch + "\\pf\\tool.exe");
-    Touch(scratch + "\\pf\\Processed\\tool.exe");
-    Touch(scratch + "\\pf\\old processed\\tool.exe");
-    Touch(scratch + "\\pf\\SYSTEM FILES\\tool.exe");
-    Touch(scratch + "\\pf\\other.exe");
-
+    for (const char* sub : {"", "\\A", "\\A\\deep", "\\Processed", "\\old processed", "\\SYSTEM FILES"})
+        Folder(scratch + "\\pf" + sub);
+    for (const char* file : {"\\A\\deep\\tool.exe", "\\A\\tool.exe", "\\tool.exe", "\\Processed\\tool.exe",
+                             "\\old processed\\tool.exe", "\\SYSTEM FILES\\tool.exe", "\\other.exe"})
+        Touch(scratch + "\\pf" + file);
     for (std::string root : {scratch + "\\pf", scratch + "\\pf\\"}) {
         auto found = storage::FindFiles(files, machine->Ui(), root, "tool.exe", 1);
         ASSERT_EQ(found.size(), 4u) << root;
         EXPECT_EQ(found[0], scratch + "\\pf\\tool.exe");
         auto at = [&](const std::string& path) {
-            return std::find(found.begin(), found.end(), scratch + path) - found.begin();
+            return std::find(found.begin(), found.end(), scratch + "\\pf" + path) - found.begin();
         };
-        EXPECT_LT(at("\\pf\\A\\tool.exe"), at("\\pf\\A\\deep\\tool.exe"));
-        EXPECT_LT(at("\\pf\\old processed\\tool.exe"), 4);
-        EXPECT_EQ(at("\\pf\\Processed\\tool.exe"), 4);
-        EXPECT_EQ(at("\\pf\\SYSTEM FILES\\tool.exe"), 4);
+        EXPECT_LT(at("\\A\\tool.exe"), at("\\A\\deep\\tool.exe"));
+        EXPECT_LT(at("\\old processed\\tool.exe"), 4);
+        EXPECT_EQ(at("\\Processed\\tool.exe"), 4);
+        EXPECT_EQ(at("\\SYSTEM FILES\\tool.exe"), 4);
     }
     EXPECT_TRUE(storage::FindFiles(files, machine->Ui(), scratch + "\\pf", "none.exe", 1).empty());
     EXPECT_GT(machine->Ui().doEvents, 0);
@@ -109,21 +93,15 @@ struct Settings : Storage {
     }
 };
 
-TEST_F(Settings, MissingFileOrSectionGivesOnlyTheSpareElement) {
-    EXPECT_EQ(Section("StartupAllUser"), std::vector<std::string>{""});
-    Use("StartupCurrUser");
-    ini.IniWriteValue("a", "C:\\a.exe");
-    EXPECT_EQ(Section("StartupAllUser"), std::vector<std::string>{""});
-    Use("StartupAllUser");
-    EXPECT_EQ(ini.IniReadValue("a"), "");
-}
-
 TEST_F(Settings, WritesReplaceReadAndDeleteLinesOfOneSection) {
-    Use("StartupAllUser");
-    ini.IniWriteValue("Tool", "C:\\t.exe");
-    ini.IniWriteValue("Other", "C:\\o=x.exe");
+    // A missing file or section gives only the spare element.
+    EXPECT_EQ(Section("StartupAllUser"), std::vector<std::string>{""});
     Use("StartupCurrUser");
     ini.IniWriteValue("Tool", "C:\\cu.exe");
+    EXPECT_EQ(Section("StartupAllUser"), std::vector<std::string>{""});
+    EXPECT_EQ(ini.IniReadValue("Tool"), "");
+    ini.IniWriteValue("Tool", "C:\\t.exe");
+    ini.IniWriteValue("Other", "C:\\o=x.exe");
     Use("startupalluser");
     ini.IniWriteValue("TOOL", "C:\\new.exe");
 
