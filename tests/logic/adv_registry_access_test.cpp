@@ -125,50 +125,43 @@ TEST_F(AdvRegistryAccessTest, KillersAnswerForTheKeyAndLeaveAKeyWithSubkeys) {
     EXPECT_EQ(access.KillValue(kUserPath + "\\Missing", "v"), 0);
 }
 
-TEST_F(AdvRegistryAccessTest, ReadersGiveTheDefaultForWhatTheirBufferCannotHold) {
+TEST_F(AdvRegistryAccessTest, ReadersGiveTheDefaultForWhatTheirBufferCannotHoldAndBinaryTravelsAsHexPairs) {
     const string nul(1, '\0');
     const struct {
         std::uint32_t type;
-        string stored, read;
-    } strings[] = {
-        {reg::kSz, "abc" + nul, "abc" + nul},
-        {reg::kSz, "  ab  " + nul, "ab  " + nul},  // leading blanks go with the trim
-        {reg::kSz, string(254, 'a') + nul, string(254, 'a') + nul},
-        {reg::kSz, string(299, 'a') + nul, "default"},  // over 255 bytes
-        {reg::kDword, "ABC" + nul, "ABC" + nul},        // the stored type is not looked at
+        string stored, text, binary;
+        std::int32_t number;  // read with the default 7
+    } cases[] = {
+        {reg::kSz, "abc" + nul, "abc" + nul, "61 62 63 00", 0x636261},
+        {reg::kSz, "  ab  " + nul, "ab  " + nul, "20 20 61 62 20 20 00", 7},  // leading blanks go with the trim
+        {reg::kSz, string(254, 'a') + nul, string(254, 'a') + nul, "", 7},
+        {reg::kSz, string(299, 'a') + nul, "default", "", 7},  // over 255 bytes
+        {reg::kDword, "ABC" + nul, "ABC" + nul, "41 42 43 00", 0x434241},  // the stored type is not looked at
+        {reg::kDword, string("\x1F\0\0\0", 4), "\x1F" + nul + nul + nul, "1F 00 00 00", 31},
+        {reg::kDword, "\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\xFF", "FF FF FF FF", -1},
+        {reg::kBinary, "\x01\x02\x03\x04\x05", "\x01\x02\x03\x04\x05", "01 02 03 04 05", 7},
+        {reg::kBinary, "", "", "", 0},
     };
-    for (const auto& c : strings) {
+    for (const auto& c : cases) {
         SetRaw("", "v", c.type, c.stored);
-        EXPECT_EQ(access.ReadString(kUserPath, "v", "default"), c.read) << c.stored.size();
+        EXPECT_EQ(access.ReadString(kUserPath, "v", "default"), c.text) << c.stored.size();
+        if (!c.binary.empty() || c.stored.empty()) EXPECT_EQ(access.ReadBinary(kUserPath, "v", "-"), c.binary);
+        EXPECT_EQ(access.ReadDWORD(kUserPath, "v", 7), c.number) << c.stored.size();
     }
-    EXPECT_EQ(access.ReadString(kUserPath, "missing", "default"), "default");
-    EXPECT_EQ(access.ReadString(kUserPath + "\\Missing", "v", "default"), "default");
-
-    const struct {
-        std::uint32_t type;
-        string stored;
-        std::int32_t read;
-    } numbers[] = {{reg::kDword, string("\x1F\0\0\0", 4), 31}, {reg::kDword, "\xFF\xFF\xFF\xFF", -1},
-                   {reg::kBinary, "\x01\x02", 0x0201}, {reg::kBinary, "\x01\x02\x03\x04\x05", 7}};
-    for (const auto& c : numbers) {
-        SetRaw("", "v", c.type, c.stored);
-        EXPECT_EQ(access.ReadDWORD(kUserPath, "v", 7), c.read) << c.stored.size();
+    for (const char* name : {"missing", "v"}) {
+        const string key = kUserPath + (*name == 'v' ? "\\Missing" : "");
+        EXPECT_EQ(access.ReadString(key, name, "default"), "default");
+        EXPECT_EQ(access.ReadDWORD(key, name, 7), 7);
+        EXPECT_EQ(access.ReadBinary(key, name, "-"), "-");
+        EXPECT_EQ(access.ValueExists(key, name), kFalse);
     }
-    EXPECT_EQ(access.ReadDWORD(kUserPath, "missing", 7), 7);
-}
-
-TEST_F(AdvRegistryAccessTest, BinaryValuesTravelAsUpperCaseHexPairs) {
-    EXPECT_NE(access.WriteBinary(kUserPath, "b", "4a 6f 00"), 0);
-    EXPECT_EQ(GetRaw("", "b"), (RawValue{reg::kBinary, string("Jo\0", 3)}));
-    EXPECT_EQ(access.ReadBinary(kUserPath, "b", "-"), "4A 6F 00");
-    EXPECT_NE(access.WriteBinary(kUserPath, "empty", ""), 0);
-    EXPECT_EQ(GetRaw("", "empty"), (RawValue{reg::kBinary, ""}));
-    EXPECT_EQ(access.ReadBinary(kUserPath, "empty", "-"), "");
+    EXPECT_EQ(access.ValueExists(kUserPath, "v"), kTrue);
     SetRaw("", "long", reg::kBinary, string(300, '\x11'));
     EXPECT_EQ(access.ReadBinary(kUserPath, "long", "-").size(), 300u * 3 - 1);
-    EXPECT_EQ(access.ReadBinary(kUserPath, "missing", "-"), "-");
-    EXPECT_EQ(access.ValueExists(kUserPath, "long"), kTrue);
-    EXPECT_EQ(access.ValueExists(kUserPath, "missing"), kFalse);
+    EXPECT_NE(access.WriteBinary(kUserPath, "b", "4a 6f 00"), 0);
+    EXPECT_EQ(GetRaw("", "b"), (RawValue{reg::kBinary, string("Jo\0", 3)}));
+    EXPECT_NE(access.WriteBinary(kUserPath, "empty", ""), 0);
+    EXPECT_EQ(GetRaw("", "empty"), (RawValue{reg::kBinary, ""}));
 }
 
 TEST_F(AdvRegistryAccessTest, EnumKeysErasesTheListAndCountsSubkeys) {

@@ -155,13 +155,17 @@ TEST_F(ItemOperations, AShortcutThatCannotBeDeletedOrSavedStopsTheCommandMidway)
     EXPECT_EQ(Ini("StartupCurrUser").IniReadValue("Missing\\Tool"), kNotepad);
 }
 
-TEST_F(ItemOperations, EnablingOverwritesAShortcutOfTheSameNameAndKeepsALineThatNamesAnotherPath) {
+TEST_F(ItemOperations, EnablingOverwritesAShortcutOfTheSameNameAndForgetsOnlyALineThatNamesThePath) {
     Ini("StartupAllUser").IniWriteValue("Tool", kRegedit);
+    Ini("StartupAllUser").IniWriteValue("Other", "File Not Found");
     places.Shortcut(kAllUsersFolder, "Tool.lnk", kRegedit);
     ops.MarkEnable("All Users\\Startup", "Tool", "File Not Found", 0);
     char full[261] = {};
     machine->Files().GetFullPathNameA("File Not Found", sizeof full, full);
     EXPECT_EQ(places.Target(kAllUsersFolder, "Tool.lnk"), full);
+    EXPECT_EQ(Ini("StartupAllUser").IniReadValue("Tool"), kRegedit);
+    ops.MarkEnable("All Users\\Startup", "Other", "File Not Found", 0);
+    EXPECT_EQ(Ini("StartupAllUser").IniReadValue("Other"), "");
     EXPECT_EQ(Ini("StartupAllUser").IniReadValue("Tool"), kRegedit);
 }
 
