@@ -34,7 +34,6 @@ public:
     Program();
     ~Program();
     Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
 
     bool Started() const { return started_; }
     DWORD Id() const { return info_.dwProcessId; }

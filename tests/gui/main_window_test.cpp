@@ -50,7 +50,6 @@ protected:
         program.reset();
         ClearRunFamily();
     }
-
     void ClearRunFamily() {
         for (auto root : {reg::kLocalMachine, reg::kCurrentUser})
             for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"})
@@ -126,13 +125,12 @@ TEST_F(MainWindow, EveryStartShowsTheHintOverTheFilledListTheOpenedTreeAndTheFir
 TEST_F(MainWindow, ClearingARowsCheckBoxDisablesTheEntryAndSettingItPutsItBackByteForByte) {
     ASSERT_TRUE(program->DismissStartMessage());
     HWND list = Control(id::ListView1);
+    std::vector<ListRow> rows = ListRows(*program, list);
     auto indexOf = [&](const char* name) {
-        std::vector<ListRow> rows = ListRows(*program, list);
-        return static_cast<int>(std::find_if(rows.begin(), rows.end(), [&](const ListRow& r) { return r.name == name; }) -
-                                rows.begin());
+        return static_cast<int>(std::find_if(rows.begin(), rows.end(), [&](const ListRow& r) { return r.name == name; }) - rows.begin());
     };
     const int beta = indexOf("Beta"), gamma = indexOf("Gamma");
-    ASSERT_LT(gamma, static_cast<int>(ListRows(*program, list).size()));
+    ASSERT_LT(gamma, static_cast<int>(rows.size()));
     const std::string activeBefore = TextOf(Control(id::lblactiveitem));
 
     ClickCheckBox(*program, list, beta);

@@ -35,9 +35,10 @@ protected:
     void SetRaw(const string& sub, const string& name, std::uint32_t type = reg::kNone, const string& data = "") {
         RegHandle key = 0;
         ASSERT_EQ(port.RegCreateKeyA(reg::kCurrentUser, (kScratch + sub).c_str(), &key), 0);
-        if (type != reg::kNone)
+        if (type != reg::kNone) {
             EXPECT_EQ(port.RegSetValueExA(key, name.c_str(), type, reinterpret_cast<const std::uint8_t*>(data.data()),
                                           static_cast<std::uint32_t>(data.size())), 0);
+        }
         port.RegCloseKey(key);
     }
     // The key's presence when name is null, else the value.
@@ -145,7 +146,9 @@ TEST_F(AdvRegistryAccessTest, ReadersGiveTheDefaultForWhatTheirBufferCannotHoldA
     for (const auto& c : cases) {
         SetRaw("", "v", c.type, c.stored);
         EXPECT_EQ(access.ReadString(kUserPath, "v", "default"), c.text) << c.stored.size();
-        if (!c.binary.empty() || c.stored.empty()) EXPECT_EQ(access.ReadBinary(kUserPath, "v", "-"), c.binary);
+        if (!c.binary.empty() || c.stored.empty()) {
+            EXPECT_EQ(access.ReadBinary(kUserPath, "v", "-"), c.binary);
+        }
         EXPECT_EQ(access.ReadDWORD(kUserPath, "v", 7), c.number) << c.stored.size();
     }
     for (const char* name : {"missing", "v"}) {
