@@ -250,4 +250,14 @@ TEST_F(ItemOperations, BrowserHelperSubkeysTravelAsPaddedTextAndTheClassKeysOwnV
     EXPECT_TRUE(places.KeyExists(HKLM, live + "\\Deep\\Deeper"));
 }
 
+TEST_F(ItemOperations, ABrowserHelperWithoutSubkeysGoesRoundAsAnEmptyKey) {
+    const std::string base = tessmark::testing::kBhoBase, clsid = tessmark::testing::kTestClsid;
+    const std::string live = base + clsid, disabled = base + "AutorunsDisabled\\" + clsid;
+    places.Set(HKLM, disabled, "Own", "lost");
+    ops.MarkEnable("Registry\\All Users\\Browser Helper Objects", "Helper", clsid, 0);
+    EXPECT_FALSE(places.KeyExists(HKLM, disabled));
+    EXPECT_TRUE(places.KeyExists(HKLM, live));
+    EXPECT_EQ(places.Value(HKLM, live, "Own"), std::nullopt);
+}
+
 }  // namespace
