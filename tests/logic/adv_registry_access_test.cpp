@@ -1,8 +1,8 @@
-// The path-addressed registry class on the memory registry and on the real one.
+// The path-addressed registry class on the memory registry and on the real one:
+// what the item operations call (EnumKeys, KillKey, HaveSubkey, WriteDWORD).
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <optional>
 
 #include "machine.h"
@@ -12,7 +12,6 @@ using tessmark::platform::RegHandle;
 using tessmark::registry::AdvRegistryAccess;
 using tessmark::registry::kFalse;
 using tessmark::registry::kTrue;
-using tessmark::registry::RegValue;
 using tessmark::vb::Array;
 using std::string;
 using namespace std::string_literals;
@@ -126,47 +125,6 @@ TEST_F(AdvRegistryAccessTest, KillersAnswerForTheKeyAndLeaveAKeyWithSubkeys) {
     EXPECT_EQ(access.KillValue(kUserPath + "\\Missing", "v"), 0);
 }
 
-TEST_F(AdvRegistryAccessTest, ReadersGiveTheDefaultForWhatTheirBufferCannotHoldAndBinaryTravelsAsHexPairs) {
-    const string nul(1, '\0');
-    const struct {
-        std::uint32_t type;
-        string stored, text, binary;
-        std::int32_t number;  // read with the default 7
-    } cases[] = {
-        {reg::kSz, "abc" + nul, "abc" + nul, "61 62 63 00", 0x636261},
-        {reg::kSz, "  ab  " + nul, "ab  " + nul, "20 20 61 62 20 20 00", 7},  // leading blanks go with the trim
-        {reg::kSz, string(254, 'a') + nul, string(254, 'a') + nul, "", 7},
-        {reg::kSz, string(299, 'a') + nul, "default", "", 7},  // over 255 bytes
-        {reg::kDword, "ABC" + nul, "ABC" + nul, "41 42 43 00", 0x434241},  // the stored type is not looked at
-        {reg::kDword, string("\x1F\0\0\0", 4), "\x1F" + nul + nul + nul, "1F 00 00 00", 31},
-        {reg::kDword, "\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\xFF", "FF FF FF FF", -1},
-        {reg::kBinary, "\x01\x02\x03\x04\x05", "\x01\x02\x03\x04\x05", "01 02 03 04 05", 7},
-        {reg::kBinary, "", "", "", 0},
-    };
-    for (const auto& c : cases) {
-        SetRaw("", "v", c.type, c.stored);
-        EXPECT_EQ(access.ReadString(kUserPath, "v", "default"), c.text) << c.stored.size();
-        if (!c.binary.empty() || c.stored.empty()) {
-            EXPECT_EQ(access.ReadBinary(kUserPath, "v", "-"), c.binary);
-        }
-        EXPECT_EQ(access.ReadDWORD(kUserPath, "v", 7), c.number) << c.stored.size();
-    }
-    for (const char* name : {"missing", "v"}) {
-        const string key = kUserPath + (*name == 'v' ? "\\Missing" : "");
-        EXPECT_EQ(access.ReadString(key, name, "default"), "default");
-        EXPECT_EQ(access.ReadDWORD(key, name, 7), 7);
-        EXPECT_EQ(access.ReadBinary(key, name, "-"), "-");
-        EXPECT_EQ(access.ValueExists(key, name), kFalse);
-    }
-    EXPECT_EQ(access.ValueExists(kUserPath, "v"), kTrue);
-    SetRaw("", "long", reg::kBinary, string(300, '\x11'));
-    EXPECT_EQ(access.ReadBinary(kUserPath, "long", "-").size(), 300u * 3 - 1);
-    EXPECT_NE(access.WriteBinary(kUserPath, "b", "4a 6f 00"), 0);
-    EXPECT_EQ(GetRaw("", "b"), (RawValue{reg::kBinary, string("Jo\0", 3)}));
-    EXPECT_NE(access.WriteBinary(kUserPath, "empty", ""), 0);
-    EXPECT_EQ(GetRaw("", "empty"), (RawValue{reg::kBinary, ""}));
-}
-
 TEST_F(AdvRegistryAccessTest, EnumKeysErasesTheListAndCountsSubkeys) {
     Array<string> keys;
     keys.ReDim(2);
@@ -184,45 +142,6 @@ TEST_F(AdvRegistryAccessTest, EnumKeysErasesTheListAndCountsSubkeys) {
     std::sort(names.begin(), names.end());
     EXPECT_EQ(names, (std::vector<string>{"One", "Two"}));
     EXPECT_EQ(access.HaveSubkey(kUserPath), kTrue);
-}
-
-TEST_F(AdvRegistryAccessTest, EnumValuesTagsEachValueByItsType) {
-    const string nul(1, '\0');
-    SetRaw("", "text", reg::kSz, "abc" + nul);
-    SetRaw("", "expand", reg::kExpandSz, "%x%" + nul);
-    SetRaw("", "number", reg::kDword, "\x2A\0\0\0"s);
-    SetRaw("", "bytes", reg::kBinary, "\x01\xAB");
-    SetRaw("", "nothing", reg::kBinary, "");
-    SetRaw("", "multi", reg::kMultiSz, "a" + nul + nul);
-    SetRaw("", "padded ", reg::kSz, "lost" + nul);  // read again by the trimmed name
-    Array<string> names;
-    Array<RegValue> values;
-    ASSERT_EQ(access.EnumValues(kUserPath, names, values, -1), 7);
-    std::map<string, RegValue> got;
-    for (long i = 0; i <= names.UBound(); ++i) got[names[i]] = values[i];
-    EXPECT_EQ(got, (std::map<string, RegValue>{{"text", "abc" + nul}, {"expand", "%x%" + nul}, {"number", 42},
-                                                {"bytes", "01 AB"}, {"nothing", ""}, {"multi", std::monostate{}},
-                                                {"padded", ""}}));
-    ASSERT_EQ(access.EnumValues(kUserPath, names, values, reg::kBinary), 2);
-    std::vector<string> binaries = names.items();
-    std::sort(binaries.begin(), binaries.end());
-    EXPECT_EQ(binaries, (std::vector<string>{"bytes", "nothing"}));
-    EXPECT_EQ(access.EnumValues(kUserPath + "\\Missing", names, values, -1), -1);
-    EXPECT_EQ(names.UBound(), 1);
-
-    // Values over 255 bytes lose their names: the text is read again by the
-    // empty name and misses; the bytes are the whole 255-byte buffer.
-    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
-    SetRaw("", "long text", reg::kSz, string(300, 'a') + '\0');
-    SetRaw("", "long bytes", reg::kBinary, string(300, '\x11'));
-    ASSERT_EQ(access.EnumValues(kUserPath, names, values, -1), 2);
-    std::vector<std::size_t> sizes;
-    for (long i = 0; i <= 1; ++i) {
-        EXPECT_EQ(names[i], "");
-        sizes.push_back(std::get<string>(values[i]).size());
-    }
-    std::sort(sizes.begin(), sizes.end());
-    EXPECT_EQ(sizes, (std::vector<std::size_t>{0, 255 * 3 - 1}));
 }
 
 }  // namespace
