@@ -112,15 +112,15 @@ TEST_P(RegistryConformance, SubkeyTextForms) {
         {std::string(240, 'p') + "\\" + std::string(19, 'q'), reg::kFileNotFound, reg::kSuccess},
         {std::string(240, 'p') + "\\" + std::string(20, 'q'), reg::kMoreData, reg::kMoreData},
     };
-    // A failed open gives handle 0, by either call.
+    // A missing key gives handle 0, by either call.
     RegHandle h = 0x1234;
     EXPECT_EQ(registry.RegOpenKeyA(key, "Missing", &h), reg::kFileNotFound);
     EXPECT_EQ(h, 0u);
     for (const Case& c : cases) {
         h = 0x1234;
         EXPECT_EQ(registry.RegOpenKeyExA(key, c.subKey.c_str(), 0, reg::kRead, &h), c.open) << c.subKey;
-        if (c.open) EXPECT_EQ(h, 0u) << c.subKey;
-        if (h) Keep(h);
+        if (c.open == reg::kFileNotFound) EXPECT_EQ(h, 0u) << c.subKey;
+        if (c.open == reg::kSuccess) Keep(h);
         h = 0;
         EXPECT_EQ(registry.RegCreateKeyA(key, c.subKey.c_str(), &h), c.create) << c.subKey;
         if (h) Keep(h);
