@@ -1,13 +1,16 @@
-// The run-time semantics the logic is written in.
+// The run-time semantics the logic is written in, and the registry class's
+// conversions of raw characters to hexadecimal pairs and back.
 #include <gtest/gtest.h>
 
 #include <functional>
 
 #include "platform/memory/recording_ui.h"
+#include "registry/AdvRegistryAccess.h"
 #include "vb/toplevel.h"
 #include "vb/vb.h"
 
 using namespace tessmark::vb;
+using tessmark::registry::AdvRegistryAccess;
 using std::string;
 
 namespace {
@@ -147,6 +150,42 @@ TEST(VbErrors, TopLevelHandlerShowsTheMessageAndEndsWhateverWasThrown) {
         EXPECT_EQ(ui.messageBoxes[0].prompt, c.prompt);
         EXPECT_EQ(ui.messageBoxes[0].style, 16);
     }
+}
+
+TEST(RegistryHex, StrToBinKeepsHalfTheDigitsRoundedToEvenPieces) {
+    struct Case { string hex, raw; } cases[] = {
+        {"41 42", "AB"},
+        {" 41 42 ", "AB"},
+        {"00", string("\0", 1)},
+        {"0041", string("\0A", 2)},
+        {"", ""},
+        {"   ", ""},
+        {"4", ""},                  // 1 digit: 0.5 rounds to no piece
+        {"414", "A\x04"},           // 3 digits: 1.5 rounds to two pieces
+        {"41424", "AB"},            // 5 digits: 2.5 rounds to two pieces
+        {"4142434", "ABC\x04"},     // 7 digits: 3.5 rounds to four pieces
+        {"zz4g", string("\0\x04", 2)},  // reading stops at the first non-digit
+        {"ff", "\xFF"},
+    };
+    for (const auto& c : cases) {
+        string in = c.hex;
+        EXPECT_EQ(AdvRegistryAccess::StrToBin(in), c.raw) << '"' << c.hex << '"';
+        // The argument is left without its blanks.
+        EXPECT_EQ(in.find(' '), string::npos) << '"' << c.hex << '"';
+    }
+    EXPECT_EQ(AdvRegistryAccess::BinToStr(string("\n\0\xC8", 3)), " 0A 00 C8");
+}
+
+TEST(RegistryHex, InputOver32767CharactersOverflows) {
+    string raw(32768, 'A');
+    string hex(32768, '4');
+    EXPECT_EQ(ErrorOf([&] { AdvRegistryAccess::BinToStr(raw); }), 6);
+    EXPECT_EQ(ErrorOf([&] { AdvRegistryAccess::StrToBin(hex); }), 6);
+
+    raw.pop_back();
+    EXPECT_EQ(AdvRegistryAccess::BinToStr(raw).size(), 3u * 32767);
+    string blanksDoNotCount = string(32766, '4') + "  ";
+    EXPECT_EQ(AdvRegistryAccess::StrToBin(blanksDoNotCount).size(), 16383u);
 }
 
 }  // namespace
