@@ -183,15 +183,15 @@ protected:
 
 TEST_F(VersionConformance, FixedRecordHoldsTheNumbersOfTheResource) {
     using namespace fixture;
-    std::vector<std::uint32_t> fixed = Words("\\");
+    const std::vector<std::uint32_t> fixed = Words("\\");
     ASSERT_EQ(fixed.size(), 13u);
-    fixed.resize(10);
-    fixed.erase(fixed.begin() + 6);  // the flags mask
-    EXPECT_EQ(fixed, (std::vector<std::uint32_t>{0xFEEF04BDu, fixed[1], std::uint32_t(kFileVersion[0]) << 16 | kFileVersion[1],
-                                                 std::uint32_t(kFileVersion[2]) << 16 | kFileVersion[3],
-                                                 std::uint32_t(kProductVersion[0]) << 16 | kProductVersion[1],
-                                                 std::uint32_t(kProductVersion[2]) << 16 | kProductVersion[3],
-                                                 FIXTURE_FILE_FLAGS, FIXTURE_FILE_OS, FIXTURE_FILE_TYPE}));
+    // Signature, file and product versions, then flags, system and type (the flags mask left out).
+    const std::vector<std::uint32_t> numbers = {fixed[0], fixed[2], fixed[3], fixed[4], fixed[5], fixed[7], fixed[8], fixed[9]};
+    EXPECT_EQ(numbers, (std::vector<std::uint32_t>{0xFEEF04BDu, std::uint32_t(kFileVersion[0]) << 16 | kFileVersion[1],
+                                                   std::uint32_t(kFileVersion[2]) << 16 | kFileVersion[3],
+                                                   std::uint32_t(kProductVersion[0]) << 16 | kProductVersion[1],
+                                                   std::uint32_t(kProductVersion[2]) << 16 | kProductVersion[3],
+                                                   FIXTURE_FILE_FLAGS, FIXTURE_FILE_OS, FIXTURE_FILE_TYPE}));
 }
 
 TEST_F(VersionConformance, TranslationTableListsLanguageAndCodePageInOrder) {
