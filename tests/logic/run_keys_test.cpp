@@ -37,13 +37,20 @@ TEST_F(RunKeys, PathsEndAtTheirFirstNulWhileNamesKeepTheirs) {
 TEST_F(RunKeys, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsIconFromIt) {
     const std::string tool = folders.windowsFolder + "\\tool.exe";
     Touch(tool);
+    Touch(folders.programFilesFolder + "\\Foo\\foo.exe");
     Touch(scratch + "\\Anti-Virus\\av.exe");
     const struct {
         std::string data, reduced;
         bool found;  // the reduced form names a file, so the row keeps its path
     } cases[] = {
+        {"\"" + tool + "\" /start", tool, true},
+        {"%SystemRoot%\\tool.exe", tool, true},
+        {"%systemroot%\\tool.exe -s", tool, true},
+        {"%ProgramFiles%\\Foo\\foo.exe", folders.programFilesFolder + "\\Foo\\foo.exe", true},
         {"%windir%\\tool.exe,1", tool, true},
+        {"D:\\any\\%windir%\\tool.exe", folders.windowsFolder + "\\any\\%windir%\\tool.exe", false},
         {scratch + "\\Anti-Virus\\av.exe", scratch + "\\Anti", false},
+        {"rundll32.exe shell32.dll,Control_RunDLL desk.cpl", "rundll32.exe shell32.dll", false},
         {tool + " arg", tool + " arg", false},
     };
     for (const auto& c : cases) {
@@ -109,7 +116,12 @@ TEST_F(RunKeys, RefreshMarksUnreachableFilesAndATrimmedNameFindsNoData) {
     discovery::AddRun(form, false);
     discovery::AddRunOnce(form, false);
     std::string total, active;
-    discovery::refreshCheckBox(list, total, active, [] {});
+    int clicks = 0;
+    discovery::refreshCheckBox(list, total, active, [&] { ++clicks; });
+    EXPECT_TRUE(list(1).Selected);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(total, "Total  Item(s) :      3");
+    EXPECT_EQ(active, "Active Item(s):      2");
     EXPECT_EQ(Rows(), (std::vector<RowView>{{"Gone", "File Not Found", "Yes", "Registry\\All Users\\Run", "3"},
                                              {"Off", "File Not Found", "No", "Registry\\All Users\\Run", "3"},
                                              {"Blank", "File Not Found", "Yes", "Registry\\All Users\\RunOnce", "4"}}));
