@@ -146,6 +146,27 @@ TEST_F(ItemOperations, DisablingTakesTheMemberOutOfTheLiveList) {
     }
 }
 
+TEST_F(ItemOperations, DeletingTakesTheMemberOutOfTheLiveListOnly) {
+    const struct {
+        const char* before;  // nullptr: no such value
+        const char* logonFolder;
+        const char* after;
+    } cases[] = {
+        {"A, B, C", "Userinit", "A,, C"},  // the comma behind the member stays
+        {"B", "Userinit", ""},             // emptied, and still there
+        {nullptr, "Shell", ""},            // missing, and created
+        {"A B", "Shell", "A"},
+    };
+    for (const auto& c : cases) {
+        const std::string key = KeyOf(c.logonFolder);
+        tessmark::testing::DeleteTree(machine->Registry(), HKLM, key + "\\AutorunsDisabled");
+        if (c.before) places.Set(HKLM, key, c.logonFolder, c.before);
+        ops.DeleteLogon(key, "B", c.logonFolder);
+        EXPECT_EQ(places.Value(HKLM, key, c.logonFolder), (StoredValue{kSz, c.after})) << c.before;
+        EXPECT_FALSE(places.KeyExists(HKLM, key + "\\AutorunsDisabled")) << c.before;
+    }
+}
+
 TEST_F(ItemOperations, DisabledListsGrowWithTheirOwnSeparator) {
     const struct {
         const char* logonFolder;
