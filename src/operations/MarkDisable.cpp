@@ -44,7 +44,7 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
 }
 
 void ItemOperations::KillShortcutsTo(const std::string& folder, const std::string& target) {
-    for (const std::string& file : storage::DirNormalFiles(form_.ports.files, folder + "\\*.*")) {
+    for (const std::string& file : storage::ShellFolderFiles(form_.ports.files, folder)) {
         if (storage::GetShortcutTarget(form_.ports.shell, folder + "\\" + file) != target) continue;
         if (!form_.ports.files.Kill(folder + "\\" + file)) throw vb::VbError(vb::err::kPathFileAccess);
     }
