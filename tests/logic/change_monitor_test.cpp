@@ -3,7 +3,6 @@
 // two row arrays.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <optional>
 
@@ -68,14 +67,8 @@ public:
     void Set(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& data) {
         places->Set(root, key, name, data);
     }
-    void Remove(platform::RegHandle root, const std::string& key, const std::string& name) {
-        registry::DeleteRegValue(machine->Registry(), root, key, name);
-    }
-    void IniLine(const std::string& name, const std::string& value) {
-        storage::IniFile writer(machine->Files());
-        writer.IniFilePath(places->SettingsFile());
-        writer.IniSection("StartupAllUser");
-        writer.IniWriteValue(name, value);
+    void Remove(platform::RegHandle root, const std::string& key) {
+        registry::DeleteRegValue(machine->Registry(), root, key, "Tool");
     }
 
     std::vector<monitor::FrmNotify*> Open() { return form->monitor.forms.Loaded(); }
@@ -103,19 +96,10 @@ struct Change {
 // Kinds of change on one value "Tool" of RunOnce, all-users unless said.
 const Step kToolOn = [](ChangeMonitor& t) { t.Set(HKLM, kOnce, "Tool", t.File("t")); };
 const Step kToolOff = [](ChangeMonitor& t) { t.Set(HKLM, kOnceOff, "Tool", t.File("t")); };
-const Step kDisable = [](ChangeMonitor& t) {
-    t.Remove(HKLM, kOnce, "Tool");
-    kToolOff(t);
-};
-const Step kEnable = [](ChangeMonitor& t) {
-    t.Remove(HKLM, kOnceOff, "Tool");
-    kToolOn(t);
-};
-const Step kMoveToCurrentUser = [](ChangeMonitor& t) {
-    t.Remove(HKLM, kOnce, "Tool");
-    t.Set(HKCU, kOnce, "Tool", t.File("t"));
-};
-const Step kDelete = [](ChangeMonitor& t) { t.Remove(HKLM, kOnce, "Tool"); };
+const Step kDelete = [](ChangeMonitor& t) { t.Remove(HKLM, kOnce); };
+const Step kDisable = [](ChangeMonitor& t) { kDelete(t), kToolOff(t); };
+const Step kEnable = [](ChangeMonitor& t) { t.Remove(HKLM, kOnceOff), kToolOn(t); };
+const Step kMoveToCurrentUser = [](ChangeMonitor& t) { kDelete(t), t.Set(HKCU, kOnce, "Tool", t.File("t")); };
 const Step kNothing = [](ChangeMonitor&) {};
 
 TEST_F(ChangeMonitor, EachKindOfChangeOpensItsDialogs) {
@@ -126,10 +110,7 @@ TEST_F(ChangeMonitor, EachKindOfChangeOpensItsDialogs) {
     } cases[] = {
         {{"nothing changed", kToolOn, kNothing}, {}},
         {{"renamed: gone and new; the new one shows the baseline's path of its index", kToolOn,
-          [](ChangeMonitor& t) {
-              kDelete(t);
-              t.Set(HKLM, kOnce, "Tool2", t.File("u"));
-          }},
+          [](ChangeMonitor& t) { kDelete(t), t.Set(HKLM, kOnce, "Tool2", t.File("u")); }},
          {{"Tool is deleted from Reigstry Path " + kAllOnce, "Dele;" + pathAll, "Path: " + File("t"),
            "Section: " + kAllOnce, "", "-++"},
           {"Tool2 is added to Registry Path " + kAllOnce, "NAdd;" + pathAll, "Path: " + File("t"), "Section: " + kAllOnce,
@@ -142,18 +123,15 @@ TEST_F(ChangeMonitor, EachKindOfChangeOpensItsDialogs) {
          {{"Tool is moved from " + kAllOnce + " to " + kCurrOnce, "Move;" + pathAll + ";" + pathCurr,
            "Path: " + File("t"), "Section: " + kAllOnce, kCurrOnce, "+++"}}},
         {{"moved and disabled: nothing at all", kToolOn,
-          [](ChangeMonitor& t) {
-              t.Remove(HKLM, kOnce, "Tool");
-              t.Set(HKCU, kOnceOff, "Tool", t.File("t"));
-          }},
+          [](ChangeMonitor& t) { kDelete(t), t.Set(HKCU, kOnceOff, "Tool", t.File("t")); }},
          {}},
         {{"a Startup item gone can't be put back from the dialog",
-          [](ChangeMonitor& t) { t.IniLine("Gone", t.File("g")); },
+          [](ChangeMonitor& t) { t.places->IniLine("StartupAllUser", "Gone", t.File("g")); },
           [](ChangeMonitor& t) { t.machine->Files().Kill(t.places->SettingsFile()); }},
          {{"Gone is deleted from Reigstry Path All Users\\Startup", "Dele;", "Path: " + File("g"),
            "Section: All Users\\Startup", "", "-+-"}}},
         {{"an addition to an empty baseline shows the blank row's path", kNothing,
-          [](ChangeMonitor& t) { t.IniLine("New", t.File("n")); }},
+          [](ChangeMonitor& t) { t.places->IniLine("StartupAllUser", "New", t.File("n")); }},
          {{"New is added to Registry Path All Users\\Startup", "NAdd;", "Path: ", "Section: All Users\\Startup", "",
            "+++"}}},
     };

@@ -33,12 +33,6 @@ protected:
         reader.IniSection(section);
         return reader.IniReadValue(name);
     }
-    void IniLine(const std::string& section, const std::string& name, const std::string& value) {
-        storage::IniFile writer(machine->Files());
-        writer.IniFilePath(places.SettingsFile());
-        writer.IniSection(section);
-        writer.IniWriteValue(name, value);
-    }
     const std::vector<std::string>& Log() { return machine->Ui().log; }
 };
 
@@ -147,22 +141,18 @@ TEST_F(ItemOperations, DisablingTakesTheMemberOutOfTheLiveList) {
 }
 
 TEST_F(ItemOperations, DeletingTakesTheMemberOutOfTheLiveListOnly) {
-    const struct {
-        const char* before;  // nullptr: no such value
-        const char* logonFolder;
-        const char* after;
-    } cases[] = {
-        {"A, B, C", "Userinit", "A,, C"},  // the comma behind the member stays
-        {"B", "Userinit", ""},             // emptied, and still there
-        {nullptr, "Shell", ""},            // missing, and created
-        {"A B", "Shell", "A"},
+    const ListCase cases[] = {
+        {"A, B, C", "B", "Userinit", "A,, C"},  // the comma behind the member stays
+        {"B", "B", "Userinit", ""},             // emptied, and still there
+        {"", "B", "Shell", ""},                 // missing, and created
+        {"A B", "B", "Shell", "A"},
     };
     for (const auto& c : cases) {
         const std::string key = KeyOf(c.logonFolder);
         tessmark::testing::DeleteTree(machine->Registry(), HKLM, key + "\\AutorunsDisabled");
-        if (c.before) places.Set(HKLM, key, c.logonFolder, c.before);
-        ops.DeleteLogon(key, "B", c.logonFolder);
-        EXPECT_EQ(places.Value(HKLM, key, c.logonFolder), (StoredValue{kSz, c.after})) << c.before;
+        if (*c.before) places.Set(HKLM, key, c.logonFolder, c.before);
+        ops.DeleteLogon(key, c.member, c.logonFolder);
+        EXPECT_EQ(places.Value(HKLM, key, c.logonFolder), (StoredValue{kSz, *c.after})) << c.before;
         EXPECT_FALSE(places.KeyExists(HKLM, key + "\\AutorunsDisabled")) << c.before;
     }
 }
@@ -243,7 +233,7 @@ TEST_F(ItemOperations, DisablingRemovesEveryShortcutToTheTargetAndRemembersTheIt
         places.Shortcut(c.csidl, "Registry.lnk", kRegedit);
         places.Shortcut(other, "Editor.lnk", kNotepad);
         ASSERT_TRUE(machine->Files().WriteWholeFile(places.StartupFolder(c.csidl) + "\\notes.txt", "x"));
-        IniLine(c.settingsSection, "Notepad", "C:\\old.exe");  // replaced
+        places.IniLine(c.settingsSection, "Notepad", "C:\\old.exe");  // replaced
 
         ops.MarkDisable(c.section, "Notepad", kNotepad, 0);
         EXPECT_EQ(places.NewFolderFiles(c.csidl), (std::vector<std::string>{"Registry.lnk", "notes.txt"}))
@@ -275,8 +265,8 @@ TEST_F(ItemOperations, AShortcutThatCannotBeDeletedStopsDisablingBeforeTheLogLin
 }
 
 TEST_F(ItemOperations, EnablingMakesOneShortcutNamedAfterTheItemAndForgetsOnlyItsLine) {
-    IniLine("StartupCurrUser", "notepad.exe", kNotepad);
-    IniLine("StartupCurrUser", "Other", kRegedit);
+    places.IniLine("StartupCurrUser", "notepad.exe", kNotepad);
+    places.IniLine("StartupCurrUser", "Other", kRegedit);
     ops.MarkEnable("Current User\\Startup", "notepad.exe", kNotepad, 0);
     EXPECT_EQ(places.NewFolderFiles(kCurrentUserFolder), std::vector<std::string>{"notepad.exe.lnk"});
     EXPECT_EQ(places.Target(kCurrentUserFolder, "notepad.exe.lnk"), kNotepad);
@@ -294,7 +284,7 @@ TEST_F(ItemOperations, EnablingMakesOneShortcutNamedAfterTheItemAndForgetsOnlyIt
 }
 
 TEST_F(ItemOperations, EnablingKeepsALineThatNamesAnotherPath) {
-    IniLine("StartupAllUser", "Tool", kRegedit);
+    places.IniLine("StartupAllUser", "Tool", kRegedit);
     places.Shortcut(kAllUsersFolder, "Tool.lnk", kRegedit);
     // The row's path had become "File Not Found": that is the new target, and the
     // existing shortcut of that name is overwritten.
@@ -306,7 +296,7 @@ TEST_F(ItemOperations, EnablingKeepsALineThatNamesAnotherPath) {
 }
 
 TEST_F(ItemOperations, AShortcutThatCannotBeSavedStopsEnablingBeforeTheLineGoes) {
-    IniLine("StartupCurrUser", "Missing\\Tool", kNotepad);
+    places.IniLine("StartupCurrUser", "Missing\\Tool", kNotepad);
     EXPECT_THROW(ops.MarkEnable("Current User\\Startup", "Missing\\Tool", kNotepad, 0), vb::VbError);
     EXPECT_EQ(IniValue("StartupCurrUser", "Missing\\Tool"), kNotepad);
 }

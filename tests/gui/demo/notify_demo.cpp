@@ -1,7 +1,6 @@
-// Two passes of the change monitor over the real machine with a change in
-// between, so that real notification windows stand for a test to drive: a
-// value of the current user's RunOnce key is renamed, which is one item gone
-// and one new. Ends with code 0 once the last dialog has gone.
+// Two monitor passes over the real machine with a value of the current user's
+// RunOnce key renamed between, so that real notification windows stand for a
+// test to drive. Ends with code 0 once the last dialog has gone.
 #include <windows.h>
 
 #include "frame/FrmMain2.h"
@@ -15,7 +14,7 @@
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     using namespace tessmark;
-    constexpr const char* kKey = "Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce";
+    const std::string key = "Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce";
     platform::win32::Win32Registry registry;
     platform::win32::Win32Disk disk;
     platform::win32::Win32Process process;
@@ -23,19 +22,15 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     frame::FrmMain2 form(platform::Ports{registry, disk, disk, ui, process});
     form.folders = {disk.Environ("windir"), disk.Environ("ProgramFiles")};
     app::NotifyWindows views(form.monitor.forms, ui);
-
-    const auto root = platform::reg::kCurrentUser;
-    registry::DeleteRegValue(registry, root, kKey, "TessmarkDemo2");
-    registry::SetRegString(registry, root, kKey, "TessmarkDemo", disk.Environ("windir") + "\\notepad.exe");
+    const auto rename = [&](const char* from, const char* to) {
+        registry::DeleteRegValue(registry, platform::reg::kCurrentUser, key, from);
+        registry::SetRegString(registry, platform::reg::kCurrentUser, key, to, disk.Environ("windir") + "\\notepad.exe");
+    };
+    rename("TessmarkDemo2", "TessmarkDemo");
     vb::RunEvent(ui, [&] { form.SaveState(); });
-    registry::DeleteRegValue(registry, root, kKey, "TessmarkDemo");
-    registry::SetRegString(registry, root, kKey, "TessmarkDemo2", disk.Environ("windir") + "\\notepad.exe");
+    rename("TessmarkDemo", "TessmarkDemo2");
     vb::RunEvent(ui, [&] { form.StartSearch(); });
-
-    MSG msg = {};
-    while (!form.monitor.forms.Loaded().empty() && GetMessageA(&msg, nullptr, 0, 0) > 0) {
-        TranslateMessage(&msg);
+    for (MSG msg = {}; !form.monitor.forms.Loaded().empty() && GetMessageA(&msg, nullptr, 0, 0) > 0;)
         DispatchMessageA(&msg);
-    }
     return 0;
 }
