@@ -80,12 +80,6 @@ void FrmMain2::Form_Load() {
     Resume([&] { ports_.ui.ActivityLog("Tessmark - Form_Load"); });
 }
 
-void FrmMain2::StartSearch() {
-    ListView1.Clear();
-    AddAllKeys();
-    refreshCheckBox();
-}
-
 void FrmMain2::AddAllKeys() {
     WaitOn();
     Hourglass();

@@ -9,6 +9,7 @@
 #include "discovery/GetExeName.h"
 #include "discovery/ItemList.h"
 #include "discovery/ScanContext.h"
+#include "monitor/ChangeMonitor.h"
 #include "operations/ItemOperations.h"
 #include "platform/ports.h"
 #include "storage/IniFile.h"
@@ -96,7 +97,9 @@ public:
     void AddAllKeys();
     void treeAuto_Click();
     void treeAuto_KeyPress(int keyAscii);
-    void StartSearch();
+    void StartSearch() { monitor.StartSearch(); }
+    void SaveState() { monitor.SaveState(); }
+    void Timer1_Timer() { StartSearch(); }  // Timer1 is never enabled
     void refreshCheckBox();
     void ListView1_Click();
     void ResetCaptionButtons();
@@ -161,9 +164,21 @@ public:
     void ListView1_KeyDown(int KeyCode, int Shift);
     void mnuDisable_Click();  // the popup's Disable/Enable command
 
+    void DeleteLogon(const std::string& PPath, const std::string& ItemName, const std::string& LogonFolder) {
+        itemOperations_.DeleteLogon(PPath, ItemName, LogonFolder);
+    }
+
 private:
     operations::ItemOperations itemOperations_{context_};
     // ==== end of the list's handlers ====
+
+public:
+    // The change monitor; its rescan is the "all items" population.
+    monitor::ChangeMonitor monitor{context_, itemOperations_, [this] {
+                                       ListView1.Clear();
+                                       AddAllKeys();
+                                       refreshCheckBox();
+                                   }};
 };
 
 // The program's own icon, resource 101, as the first image of the store.

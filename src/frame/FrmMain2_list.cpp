@@ -14,16 +14,6 @@ constexpr int kRightButton = 2;
 constexpr int kF2 = 113;
 constexpr int kF5 = 116;
 
-// The start type that a driver's row carries in front of the first comma of its Key.
-std::int32_t StartTypeWord(const std::string& key) {
-    const std::string word = vb::Left(key, vb::InStr(key, ",") - 1);  // no comma raises an error
-    if (word == "Zero") return 0;
-    if (word == "One") return 1;
-    if (word == "Two") return 2;
-    if (word == "Three") return 3;
-    return 0;
-}
-
 }  // namespace
 
 void FrmMain2::ListView1_ItemCheck(ItemRow& Item) {
@@ -34,7 +24,7 @@ void FrmMain2::ListView1_ItemCheck(ItemRow& Item) {
     if (tag == 20) {
         ItemPath = Item.Key;
     } else if (tag == 19) {
-        ItemValue = StartTypeWord(Item.Key);
+        ItemValue = operations::StartTypeWord(Item.Key);
     } else {
         ItemPath = Item.SubItems(1);
     }

@@ -36,17 +36,27 @@ public:
     void MarkEnable(const std::string& SectionName, const std::string& ItemName, const std::string& ItemPath,
                     std::int32_t ItemValue);
     void EnableLogon(const std::string& PPath, const std::string& ItemName, const std::string& LogonFolder);
+    // Takes ItemName out of the live list only, keeping a comma that follows
+    // it; the list is written back even when emptied or when it was missing.
+    void DeleteLogon(const std::string& PPath, const std::string& ItemName, const std::string& LogonFolder);
     void EnableBHO(const std::string& PPath);
 
     // Saves a shortcut named after ShortcutPath plus ".lnk" that points at
     // TargetPath; a failure of the shell raises an error.
     void CreateShortcut(std::string ShortcutPath, const std::string& TargetPath, std::string Item_Name);
 
-private:
+    // Deletes every plain file of the folder whose shortcut target is
+    // `target`, whatever it is called; a file that can't go raises an error.
+    void KillShortcutsTo(const std::string& folder, const std::string& target);
+
     registry::AdvRegistryAccess& objReg();  // the form's one object, made at first use
 
     discovery::ScanContext& form_;
     std::unique_ptr<registry::AdvRegistryAccess> objReg_;
 };
+
+// The start type a driver carries in front of the first comma of its Key
+// ("Zero" to "Three", anything else 0); a Key without a comma raises an error.
+std::int32_t StartTypeWord(const std::string& key);
 
 }  // namespace tessmark::operations

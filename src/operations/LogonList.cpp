@@ -19,7 +19,7 @@ std::string WithSeparator(std::string list, const std::string& LogonFolder) {
 }
 
 std::string WithoutMember(const std::string& list, const std::string& ItemName, const std::string& LogonFolder,
-                          LastMemberCut cut) {
+                          LastMemberCut cut, bool dropLeadingComma) {
     const long p = vb::InStr(list, ItemName);
     std::string before = p > 2 ? vb::Left(list, p - 2) : std::string();
     if (!before.empty()) before = WithSeparator(before, LogonFolder);
@@ -27,7 +27,7 @@ std::string WithoutMember(const std::string& list, const std::string& ItemName, 
     if (after.empty() && !before.empty())
         before = cut == LastMemberCut::KeepFirstCharacter ? vb::Left(before, 1) : vb::Left(before, vb::Len(before) - 1);
     const std::string t = vb::Trim(after);
-    if (vb::Left(t, 1) == ",") after = vb::Mid(t, 2);
+    if (dropLeadingComma && vb::Left(t, 1) == ",") after = vb::Mid(t, 2);
     return before + after;
 }
 
@@ -56,10 +56,11 @@ void AddMember(discovery::ScanContext& form, const std::string& subKey, const st
     registry.RegCloseKey(key);
 }
 
-enum class WhenEmptied { DeleteValue, DeleteKey };
+enum class WhenEmptied { DeleteValue, DeleteKey, WriteEmpty };
 
 void RemoveMember(discovery::ScanContext& form, const std::string& subKey, const std::string& ItemName,
                   const std::string& LogonFolder, LastMemberCut cut, WhenEmptied emptied) {
+    const bool deleting = emptied == WhenEmptied::WriteEmpty;
     auto& registry = form.ports.registry;
     RegHandle key = registry::OpenRegKey(registry, kLocalMachine, subKey);
     const long n = registry::CountRegEntries(registry, key, 0);
@@ -67,9 +68,9 @@ void RemoveMember(discovery::ScanContext& form, const std::string& subKey, const
     for (long i = 0; i <= n - 1; ++i) {
         if (!IsListValue(form, key, i, LogonFolder, name)) continue;
         list = discovery::CleanValueText(registry::QueryRegValue(registry, key, name));
-        list = WithoutMember(list, ItemName, LogonFolder, cut);
+        list = WithoutMember(list, ItemName, LogonFolder, cut, !deleting);
     }
-    if (!list.empty())
+    if (!list.empty() || deleting)
         registry::SetRegString(registry, kLocalMachine, subKey, LogonFolder, list);
     else if (emptied == WhenEmptied::DeleteValue)
         registry::DeleteRegValue(registry, kLocalMachine, subKey, LogonFolder);
@@ -91,6 +92,11 @@ void ItemOperations::EnableLogon(const std::string& PPath, const std::string& It
     AddMember(form_, PPath, ItemName, LogonFolder);
     RemoveMember(form_, PPath + "\\AutorunsDisabled", ItemName, LogonFolder, LastMemberCut::KeepFirstCharacter,
                  WhenEmptied::DeleteKey);
+}
+
+void ItemOperations::DeleteLogon(const std::string& PPath, const std::string& ItemName,
+                                 const std::string& LogonFolder) {
+    RemoveMember(form_, PPath, ItemName, LogonFolder, LastMemberCut::DropLastCharacter, WhenEmptied::WriteEmpty);
 }
 
 }  // namespace tessmark::operations

@@ -18,7 +18,9 @@ enum class LastMemberCut { DropLastCharacter, KeepFirstCharacter };
 // Takes the first occurrence of ItemName out of the list, together with the
 // character in front of it. A member that is not there costs the list its
 // first Len(ItemName) + 1 characters: nothing checks that it was found.
+// Disabling and enabling also drop a comma that then leads the rest; deleting
+// keeps it.
 std::string WithoutMember(const std::string& list, const std::string& ItemName, const std::string& LogonFolder,
-                          LastMemberCut cut);
+                          LastMemberCut cut, bool dropLeadingComma = true);
 
 }  // namespace tessmark::operations

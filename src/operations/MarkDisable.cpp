@@ -23,11 +23,7 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
         form_.objinifile.IniWriteValue(ItemName, ItemPath);
         // Every shortcut to the target goes, whatever it is called; its
         // arguments, working folder and icon are not kept anywhere.
-        const std::string path = storage::GetSpecialFolder(form_.ports.shell, folder->enabled.shellFolder);
-        for (const std::string& file : storage::ShellFolderFiles(form_.ports.files, path)) {
-            if (storage::GetShortcutTarget(form_.ports.shell, path + "\\" + file) != ItemPath) continue;
-            if (!form_.ports.files.Kill(path + "\\" + file)) throw vb::VbError(vb::err::kPathFileAccess);
-        }
+        KillShortcutsTo(storage::GetSpecialFolder(form_.ports.shell, folder->enabled.shellFolder), ItemPath);
     } else if (const catalogue::ItemSection* logon = FindSection(catalogue::Place::NamedValue, SectionName)) {
         DisableLogon(S(logon->operationsKey), ItemName, S(logon->enabled.valueName));
     } else if (SectionName == section::kServices || SectionName == section::kDrivers) {
@@ -45,6 +41,22 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
     }
     form_.ports.ui.ActivityLog("Tessmark - Section-" + SectionName + " ItemName-" + ItemName +
                                " ItemPath-" + ItemPath);
+}
+
+void ItemOperations::KillShortcutsTo(const std::string& folder, const std::string& target) {
+    for (const std::string& file : storage::ShellFolderFiles(form_.ports.files, folder)) {
+        if (storage::GetShortcutTarget(form_.ports.shell, folder + "\\" + file) != target) continue;
+        if (!form_.ports.files.Kill(folder + "\\" + file)) throw vb::VbError(vb::err::kPathFileAccess);
+    }
+}
+
+std::int32_t StartTypeWord(const std::string& key) {
+    const std::string word = vb::Left(key, vb::InStr(key, ",") - 1);
+    if (word == "Zero") return 0;
+    if (word == "One") return 1;
+    if (word == "Two") return 2;
+    if (word == "Three") return 3;
+    return 0;
 }
 
 }  // namespace tessmark::operations

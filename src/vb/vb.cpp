@@ -28,6 +28,7 @@ std::string ErrorDescription(int number) {
     case err::kPathNotFound: return "Path not found";
     case err::kObjectNotSet: return "Object variable or With block variable not set";
     case err::kObjectRequired: return "Object required";
+    case err::kNoSuchMember: return "Object doesn't support this property or method";
     case err::kCantCreateObject: return "ActiveX component can't create object";
     default: return "Application-defined or object-defined error";
     }

@@ -32,6 +32,7 @@ inline constexpr int kPathNotFound = 76;
 inline constexpr int kObjectNotSet = 91;
 inline constexpr int kObjectRequired = 424;
 inline constexpr int kCantCreateObject = 429;
+inline constexpr int kNoSuchMember = 438;
 }  // namespace err
 
 class VbError : public std::runtime_error {

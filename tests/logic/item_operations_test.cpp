@@ -103,6 +103,25 @@ TEST_F(ItemOperations, DisablingTakesTheMemberOutOfTheLiveListAndAppendsItToTheD
     }
 }
 
+TEST_F(ItemOperations, DeletingTakesTheMemberOutOfTheLiveListOnly) {
+    const struct {
+        const char *before, *member, *logonFolder, *after;
+    } cases[] = {
+        {"A, B, C", "B", "Userinit", "A,, C"},  // the comma behind the member stays
+        {"B", "B", "Userinit", ""},             // emptied, and still there
+        {"", "B", "Shell", ""},                 // missing, and created
+        {"A B", "B", "Shell", "A"},
+    };
+    for (const auto& c : cases) {
+        const std::string key = KeyOf(c.logonFolder);
+        tessmark::testing::DeleteTree(machine->Registry(), HKLM, key + "\\AutorunsDisabled");
+        if (*c.before) places.Set(HKLM, key, c.logonFolder, c.before);
+        ops.DeleteLogon(key, c.member, c.logonFolder);
+        EXPECT_EQ(places.Value(HKLM, key, c.logonFolder), (StoredValue{kSz, c.after})) << c.before;
+        EXPECT_FALSE(places.KeyExists(HKLM, key + "\\AutorunsDisabled")) << c.before;
+    }
+}
+
 TEST_F(ItemOperations, EnablingTakesTheMemberOutOfTheDisabledListWithItsOwnRules) {
     const struct {
         const char *before, *member, *logonFolder;

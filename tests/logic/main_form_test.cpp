@@ -71,7 +71,13 @@ TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
     auto& ui = machine->Ui();
     ASSERT_EQ(ui.messageBoxes.size(), 1u);  // its text is checked on the window
     EXPECT_EQ(ui.messageBoxes[0].style, platform::kMbInformation);
-    EXPECT_EQ(ui.log, std::vector<std::string>{"Tessmark - Form_Load"});
+    // The monitor's pass logs each row, then fails on the missing baseline: no dialog, no baseline.
+    ASSERT_EQ(ui.log.size(), 10u);
+    EXPECT_EQ(ui.log[8], "Tessmark - C Path-> File Not Found Section-> Current User\\Startup");
+    EXPECT_EQ(ui.log.back(), "Tessmark - Form_Load");
+    EXPECT_TRUE(form.monitor.forms.Loaded().empty());
+    EXPECT_FALSE(form.monitor.rows.SavedRows.IsDimensioned());
+    EXPECT_EQ(form.monitor.rows.CurrentRows.UBound(), 9);
     // Hourglass first, default pointer last; the list is visible again.
     ASSERT_FALSE(ui.mousePointers.empty());
     EXPECT_EQ(std::make_pair(ui.mousePointers.front(), ui.mousePointers.back()),

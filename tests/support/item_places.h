@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "machine.h"
+#include "storage/IniFile.h"
 #include "storage/modStartup.h"
 
 namespace tessmark::testing {
@@ -117,6 +118,12 @@ public:
         std::string text;
         machine_.Files().ReadWholeFile(SettingsFile(), &text);
         return text;
+    }
+    void IniLine(const std::string& section, const std::string& name, const std::string& value) {
+        storage::IniFile writer(machine_.Files());
+        writer.IniFilePath(SettingsFile());
+        writer.IniSection(section);
+        writer.IniWriteValue(name, value);
     }
     std::string StartupFolder(int csidl) { return storage::GetSpecialFolder(machine_.Shell(), csidl); }
     // The plain files of a Startup folder, sorted, as the program walks them.

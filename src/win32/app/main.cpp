@@ -7,6 +7,7 @@
 #include "frame/modMultipleInstance.h"
 #include "vb/toplevel.h"
 #include "win32/app/main_window.h"
+#include "win32/app/notify_window.h"
 #include "win32/platform/win32_disk.h"
 #include "win32/platform/win32_process.h"
 #include "win32/platform/win32_registry.h"
@@ -21,6 +22,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
     frame::modMultipleInstance entry(process, ui);
     std::unique_ptr<frame::FrmMain2> form;
     std::unique_ptr<app::MainWindow> view;
+    std::unique_ptr<app::NotifyWindows> notifyViews;
 
     vb::RunEvent(ui, [&] {
         entry.Main([&] {
@@ -29,6 +31,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
             form->Form_Initialize();
             view = std::make_unique<app::MainWindow>(instance, *form, ui);
             form->view = view.get();
+            notifyViews = std::make_unique<app::NotifyWindows>(form->monitor.forms, ui);
             // What the logic changed shows whenever it lets the message pump run.
             ui.beforeEvents = [&view] { view->Refresh(); };
             form->Form_Load();

@@ -1,0 +1,222 @@
+// The change monitor: what a pass reports after each kind of change, what
+// each answer does to the machine and to the baseline, and the limits of the
+// two row arrays.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <optional>
+
+#include "catalogue/sections.h"
+#include "frame/FrmMain2.h"
+#include "item_places.h"
+#include "registry/registry_module.h"
+
+using namespace tessmark;
+using tessmark::testing::ItemPlaces;
+using tessmark::testing::StoredValue;
+using catalogue::FindPath;
+
+namespace {
+
+const std::string kOnce = std::string(tessmark::testing::kRunBase) + "RunOnce";
+const std::string kOnceOff = kOnce + "\\AutorunsDisabled";
+const std::string kAllOnce = "Registry\\All Users\\RunOnce";
+const std::string kCurrOnce = "Registry\\Current User\\RunOnce";
+constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
+constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
+
+// Label text without the NUL tails that value names may carry.
+std::string Plain(std::string text) {
+    std::erase(text, '\0');
+    return text;
+}
+
+// A dialog as the user and the resolution see it: message, change, path, section,
+// new section, and the buttons Disable, Allow, Discard as "-++".
+using Dialog = std::vector<std::string>;
+
+int ErrorOf(const std::function<void()>& statement) {
+    try {
+        statement();
+    } catch (const vb::VbError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+class ChangeMonitor : public ::testing::Test {
+public:
+    std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
+    std::optional<ItemPlaces> places{*machine};
+    std::unique_ptr<frame::FrmMain2> form = Fresh();
+
+    // Emptied places and a new main form, as after a restart.
+    std::unique_ptr<frame::FrmMain2> Fresh() {
+        places.reset();
+        places.emplace(*machine);
+        auto made = std::make_unique<frame::FrmMain2>(machine->Ports());
+        made->folders = {machine->Files().Environ("windir"), machine->ScratchFolder("TessmarkMonitor")};
+        for (const char* name : {"t", "u", "g", "n", "a", "b", "o", "old"})
+            machine->Files().WriteWholeFile(File(name), "MZ");
+        return made;
+    }
+    // A program file that exists, so that its row keeps its path; no hyphen
+    // in the folder, where the reduction of a command line would cut.
+    std::string File(const std::string& name) { return "C:\\TessmarkMonitor\\" + name + ".exe"; }
+
+    void Set(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& data) {
+        places->Set(root, key, name, data);
+    }
+    void Remove(platform::RegHandle root, const std::string& key) {
+        registry::DeleteRegValue(machine->Registry(), root, key, "Tool");
+    }
+
+    std::vector<monitor::FrmNotify*> Open() { return form->monitor.forms.Loaded(); }
+    // The dialogs standing, oldest first.
+    std::vector<Dialog> Dialogs() {
+        std::vector<Dialog> shown;
+        for (monitor::FrmNotify* d : Open()) {
+            if (!d->Visible) continue;
+            std::string buttons;
+            for (auto* b : {&d->CmdDisable, &d->CmdAllow, &d->CmdDiscard}) buttons += b->Enabled ? '+' : '-';
+            shown.push_back({Plain(d->LblMsg), Plain(d->LblChange), Plain(d->LblPath), Plain(d->LblSection),
+                             Plain(d->LblNewSection), buttons});
+        }
+        return shown;
+    }
+};
+
+using Step = std::function<void(ChangeMonitor&)>;
+
+struct Change {
+    const char* what;
+    Step before, change;
+};
+
+// Kinds of change on one value "Tool" of RunOnce, all-users unless said.
+const Step kToolOn = [](ChangeMonitor& t) { t.Set(HKLM, kOnce, "Tool", t.File("t")); };
+const Step kToolOff = [](ChangeMonitor& t) { t.Set(HKLM, kOnceOff, "Tool", t.File("t")); };
+const Step kDelete = [](ChangeMonitor& t) { t.Remove(HKLM, kOnce); };
+const Step kDisable = [](ChangeMonitor& t) { kDelete(t), kToolOff(t); };
+const Step kEnable = [](ChangeMonitor& t) { t.Remove(HKLM, kOnceOff), kToolOn(t); };
+const Step kMoveToCurrentUser = [](ChangeMonitor& t) { kDelete(t), t.Set(HKCU, kOnce, "Tool", t.File("t")); };
+const Step kNothing = [](ChangeMonitor&) {};
+
+TEST_F(ChangeMonitor, EachKindOfChangeOpensItsDialogs) {
+    const std::string pathAll = FindPath(kAllOnce), pathCurr = FindPath(kCurrOnce);
+    const struct {
+        Change c;
+        std::vector<Dialog> dialogs;
+    } cases[] = {
+        {{"nothing changed", kToolOn, kNothing}, {}},
+        {{"renamed: gone and new; the new one shows the baseline's path of its index", kToolOn,
+          [](ChangeMonitor& t) { kDelete(t), t.Set(HKLM, kOnce, "Tool2", t.File("u")); }},
+         {{"Tool is deleted from Reigstry Path " + kAllOnce, "Dele;" + pathAll, "Path: " + File("t"),
+           "Section: " + kAllOnce, "", "-++"},
+          {"Tool2 is added to Registry Path " + kAllOnce, "NAdd;" + pathAll, "Path: " + File("t"), "Section: " + kAllOnce,
+           "", "+++"}}},
+        {{"disabled", kToolOn, kDisable},
+         {{"Tool is marked as Disabled!!! ", "EtoD", "Path: " + File("t"), "Section: " + kAllOnce, "", "-++"}}},
+        {{"enabled", kToolOff, kEnable},
+         {{"Tool is marked as Enabled!!! ", "DtoE", "Path: " + File("t"), "Section: " + kAllOnce, "", "-++"}}},
+        {{"moved between two Run sections", kToolOn, kMoveToCurrentUser},
+         {{"Tool is moved from " + kAllOnce + " to " + kCurrOnce, "Move;" + pathAll + ";" + pathCurr,
+           "Path: " + File("t"), "Section: " + kAllOnce, kCurrOnce, "+++"}}},
+        {{"moved and disabled: nothing at all", kToolOn,
+          [](ChangeMonitor& t) { kDelete(t), t.Set(HKCU, kOnceOff, "Tool", t.File("t")); }},
+         {}},
+        {{"a Startup item gone can't be put back from the dialog",
+          [](ChangeMonitor& t) { t.places->IniLine("StartupAllUser", "Gone", t.File("g")); },
+          [](ChangeMonitor& t) { t.machine->Files().Kill(t.places->SettingsFile()); }},
+         {{"Gone is deleted from Reigstry Path All Users\\Startup", "Dele;", "Path: " + File("g"),
+           "Section: All Users\\Startup", "", "-+-"}}},
+        {{"an addition to an empty baseline shows the blank row's path", kNothing,
+          [](ChangeMonitor& t) { t.places->IniLine("StartupAllUser", "New", t.File("n")); }},
+         {{"New is added to Registry Path All Users\\Startup", "NAdd;", "Path: ", "Section: All Users\\Startup", "",
+           "+++"}}},
+    };
+    for (const auto& [c, dialogs] : cases) {
+        form = Fresh();
+        c.before(*this);
+        form->SaveState();
+        c.change(*this);
+        form->StartSearch();
+        EXPECT_EQ(Dialogs(), dialogs) << c.what;
+        // Every completed pass saves a new baseline, so the next one is silent.
+        form->StartSearch();
+        EXPECT_EQ(Dialogs().size(), dialogs.size()) << c.what;
+    }
+}
+
+TEST_F(ChangeMonitor, ARowBeyondTheBaselineEndsThePassWithoutANewBaseline) {
+    kToolOn(*this);
+    form->SaveState();
+    Set(HKCU, kOnce, "A", File("a"));
+    Set(HKCU, std::string(tessmark::testing::kRunBase) + "RunServices", "B", File("b"));
+    // The second addition asks SavedRows(2) of an array that ends at 1.
+    EXPECT_EQ(ErrorOf([&] { form->StartSearch(); }), vb::err::kSubscript);
+    ASSERT_EQ(Dialogs().size(), 1u);
+    EXPECT_EQ(Dialogs()[0][2], "Path: ");
+    EXPECT_EQ(form->monitor.rows.SavedRows.UBound(), 1);
+}
+
+TEST_F(ChangeMonitor, EachAnswerActsOnTheMachineAndPatchesTheBaseline) {
+    using F = monitor::FrmNotify;
+    const StoredValue kTool{platform::reg::kSz, File("t")};
+    const auto none = std::nullopt;
+    const struct {
+        Change c;
+        void (F::*press)();
+        std::optional<StoredValue> liveAll, disabledAll, liveCurr;
+        std::size_t openAfter, dialogsOnNextPass;
+    } cases[] = {
+        {{"disabled: enabled again", kToolOn, kDisable}, &F::CmdDiscard_Click, kTool, none, none, 0, 0},
+        {{"enabled: disabled again", kToolOff, kEnable}, &F::CmdDiscard_Click, none, kTool, none, 0, 0},
+        {{"moved: moved back", kToolOn, kMoveToCurrentUser}, &F::CmdDiscard_Click, kTool, none, none, 0, 0},
+        {{"deleted: written back", kToolOn, kDelete}, &F::CmdDiscard_Click, kTool, none, none, 0, 0},
+        // The path came from the baseline row of the same index, the old
+        // copy; the new row stays in the baseline, so the next pass reports it
+        // as deleted.
+        {{"new: live and disabled copies deleted", [](ChangeMonitor& t) { t.Set(HKLM, kOnceOff, "Tool", t.File("old")); },
+          kToolOn},
+         &F::CmdDiscard_Click, none, none, none, 0, 1},
+        {{"disabled: allowed", kToolOn, kDisable}, &F::CmdAllow_Click, none, kTool, none, 0, 0},
+        // Disabled with the blank baseline row's path; the dialog stays, and
+        // the next pass sees the old row gone and a new one.
+        {{"new: marked as disabled", kNothing, kToolOn}, &F::CmdDisable_Click, none,
+         StoredValue{platform::reg::kSz, ""}, none, 1, 3},
+    };
+    for (const auto& [c, press, liveAll, disabledAll, liveCurr, open, next] : cases) {
+        form = Fresh();
+        c.before(*this);
+        form->SaveState();
+        c.change(*this);
+        form->StartSearch();
+        ASSERT_EQ(Open().size(), 1u) << c.what;
+        (Open()[0]->*press)();
+        EXPECT_EQ(Open().size(), open) << c.what;
+        EXPECT_EQ(places->Value(HKLM, kOnce, "Tool"), liveAll) << c.what;
+        EXPECT_EQ(places->Value(HKLM, kOnceOff, "Tool"), disabledAll) << c.what;
+        EXPECT_EQ(places->Value(HKCU, kOnce, "Tool"), liveCurr) << c.what;
+        form->StartSearch();
+        EXPECT_EQ(Dialogs().size(), next) << c.what;
+    }
+}
+
+TEST_F(ChangeMonitor, SaveStateCopiesTheListWithABlankLastRowAndSixteenBits) {
+    operations::ItemOperations ops(form->Context());
+    long rows = 0;
+    monitor::ChangeMonitor monitor(form->Context(), ops, [&] {
+        form->ListView1.Clear();
+        for (long r = 0; r < rows; ++r) form->ListView1.Add().Text = "x";
+    });
+    for (long n : {0L, 2L, 32768L}) {
+        rows = n;
+        EXPECT_EQ(ErrorOf([&] { monitor.SaveState(); }), n > 32767 ? vb::err::kOverflow : 0) << n;
+        EXPECT_EQ(monitor.rows.SavedRows.UBound(), n) << n;
+        EXPECT_EQ(monitor.rows.SavedRows[n].Name, "") << n;
+        EXPECT_EQ(monitor.rows.SavedRows[n > 0 ? n - 1 : 0].Name, n > 0 ? "x" : "") << n;
+    }
+}
+
+}  // namespace
