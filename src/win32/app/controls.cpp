@@ -20,9 +20,13 @@ HWND Control(HWND parent, const char* className, int id, DWORD style, HFONT font
 }
 
 void SetText(HWND window, const std::string& text) {
+    // A window's text ends at its first NUL; the NUL a value name carries would
+    // cut a sentence after the name, so NULs are left out of what is shown.
+    std::string wanted = text;
+    std::erase(wanted, '\0');
     std::vector<char> shown(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1);
     GetWindowTextA(window, shown.data(), static_cast<int>(shown.size()));
-    if (text.c_str() != std::string(shown.data())) SetWindowTextA(window, text.c_str());
+    if (wanted != shown.data()) SetWindowTextA(window, wanted.c_str());
 }
 
 void ShowIf(HWND window, bool visible) {

@@ -23,7 +23,7 @@ void Place(HWND window, const RECT& bounds);
 // A child control of a system class with the font and the identifier.
 HWND Control(HWND parent, const char* className, int id, DWORD style, HFONT font, const RECT& bounds = {},
              const char* text = "");
-// Changes the text or the visibility only when it differs, so nothing flickers.
+// Changes the text (shown without NULs) or the visibility only when it differs, so nothing flickers.
 void SetText(HWND window, const std::string& text);
 void ShowIf(HWND window, bool visible);
 
