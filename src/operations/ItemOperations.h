@@ -42,8 +42,9 @@ public:
     // TargetPath; a failure of the shell raises an error.
     void CreateShortcut(std::string ShortcutPath, const std::string& TargetPath, std::string Item_Name);
 
-private:
     registry::AdvRegistryAccess& objReg();  // the form's one object, made at first use
+
+private:
 
     discovery::ScanContext& form_;
     std::unique_ptr<registry::AdvRegistryAccess> objReg_;

@@ -1,0 +1,211 @@
+// The registry class's text files, on the memory registry and on the real one:
+// what the writer puts down, what the reader makes of it, and where they differ.
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "machine.h"
+#include "registry/AdvRegistryAccess.h"
+
+namespace tessmark::registry {
+// The export with a box of the test's own, which the class never hands it.
+struct ExportKeyAccess {
+    static VbBool Export(AdvRegistryAccess& access, const std::string& path, const std::string& file,
+                         VbBool subkeys, TextBox* box) {
+        return access.ExportKey(path, file, subkeys, box);
+    }
+};
+}  // namespace tessmark::registry
+
+using tessmark::platform::RegHandle;
+using tessmark::registry::AdvRegistryAccess;
+using tessmark::registry::ExportKeyAccess;
+using tessmark::registry::kFalse;
+using tessmark::registry::kTrue;
+using tessmark::registry::TextBox;
+using tessmark::registry::VbBool;
+using std::string;
+using namespace std::string_literals;
+namespace reg = tessmark::platform::reg;
+namespace machines = tessmark::testing;
+
+namespace {
+
+const string kScratch = machines::kScratchKey;
+const string kLong = "HKEY_CURRENT_USER\\" + kScratch;
+using RawValue = std::pair<std::uint32_t, string>;
+
+class RegistryTextTest : public ::testing::Test {
+protected:
+    void TearDown() override { machines::DeleteTree(port, reg::kCurrentUser, kScratch); }
+
+    void Set(const string& sub, const string& name, std::uint32_t type, const string& data) {
+        RegHandle key = 0;
+        ASSERT_EQ(port.RegCreateKeyA(reg::kCurrentUser, (kScratch + sub).c_str(), &key), 0);
+        port.RegSetValueExA(key, name.c_str(), type, reinterpret_cast<const std::uint8_t*>(data.data()),
+                            static_cast<std::uint32_t>(data.size()));
+        port.RegCloseKey(key);
+    }
+    std::optional<RawValue> Get(const string& sub, const string& name) {
+        RegHandle key = 0;
+        if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0)
+            return std::nullopt;
+        RawValue value{0, string(1024, '\0')};
+        std::uint32_t length = 1024;
+        const auto code = port.RegQueryValueExA(key, name.c_str(), &value.first,
+                                                reinterpret_cast<std::uint8_t*>(value.second.data()), &length);
+        port.RegCloseKey(key);
+        if (code != 0) return std::nullopt;
+        value.second.resize(length);
+        return value;
+    }
+    string Read(const string& file) {
+        string text;
+        EXPECT_TRUE(machine->Files().ReadWholeFile(file, &text)) << file;
+        return text;
+    }
+    // One of each kind, named so that creation order and sorted order agree.
+    void SeedExportKey() {
+        Set("\\Export", "", reg::kSz, "d\0"s);
+        Set("\\Export", "a", reg::kSz, "x\"y=z\0"s);
+        Set("\\Export", "b", reg::kBinary, "Jo");
+        Set("\\Export", "c", reg::kBinary, "");
+        Set("\\Export", "d", reg::kDword, "\x1F\0\0\0"s);
+        Set("\\Export", "e", reg::kDword, "\xFF\xFF\xFF\xFF");
+        Set("\\Export", "f", reg::kExpandSz, "%x%\0"s);
+        Set("\\Export\\Sub", "g", reg::kMultiSz, "m\0\0"s);
+    }
+
+    std::unique_ptr<machines::TestMachine> machine = machines::MakeTestMachine();
+    tessmark::platform::RegistryPort& port = machine->Registry();
+    AdvRegistryAccess access{port, machine->Files(), machine->Ui()};
+    const string folder = machine->ScratchFolder();
+};
+
+const string kExportBlock = "[" + kLong + "\\Export]\r\n" + "@=\"d\0\"\r\n"s + "\"a\"=\"x\"y=z\0\"\r\n"s +
+                            "\"b\"=hex:4A,6F\r\n" + "\"c\"=hex:\r\n" + "\"d\"=dword:0x0000001F\r\n" +
+                            "\"e\"=dword:0xFFFFFFFF\r\n" + "\r\n";
+const string kSubBlock = "[" + kLong + "\\Export\\Sub]\r\n\r\n";
+
+TEST_F(RegistryTextTest, ExportWithABoxWritesEveryBlockInTheClassDialect) {
+    SeedExportKey();
+    struct Case { VbBool subkeys; string file; } cases[] = {
+        {kTrue, kExportBlock + kSubBlock},
+        {kFalse, kExportBlock},
+    };
+    for (const auto& c : cases) {
+        const string file = folder + "\\export" + std::to_string(c.subkeys) + ".reg";
+        TextBox box;
+        EXPECT_EQ(ExportKeyAccess::Export(access, "hkcu\\" + kScratch + "\\Export", file, c.subkeys, &box), kTrue);
+        EXPECT_EQ(Read(file), c.file);
+        EXPECT_EQ(box.Text, c.subkeys ? kLong + "\\Export\\Sub" : kLong + "\\Export");
+    }
+}
+
+TEST_F(RegistryTextTest, ExportToRegLeavesOnlyTheHeaderAndNeverOverwrites) {
+    SeedExportKey();
+    VbBool subkeys = kTrue;
+    const string file = folder + "\\backup.reg";
+    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(Read(file), "REGEDIT4\r\n\r\n");
+
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
+    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(Read(file), "old");
+    EXPECT_EQ(access.ExportToReg(kLong, folder + "\\no such folder\\x.reg", subkeys), 0);
+}
+
+TEST_F(RegistryTextTest, WhatAnExportReadsBackAs) {
+    SeedExportKey();
+    const string file = folder + "\\round.reg";
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n"));
+    TextBox box;
+    ASSERT_EQ(ExportKeyAccess::Export(access, kLong + "\\Export", file, kTrue, &box), kTrue);
+    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+
+    EXPECT_EQ(access.ImportFromReg(file), 1);
+    struct Case { string name; std::optional<RawValue> value; } cases[] = {
+        {"", RawValue{reg::kSz, "d\0"s}},    // the kept NUL comes back
+        {"a", RawValue{reg::kSz, "xy\0"s}},   // quotes lost, cut at "="
+        {"b", RawValue{reg::kBinary, "Jo"}},
+        {"c", RawValue{reg::kBinary, ""}},
+        {"d", RawValue{reg::kDword, "\0\0\0\0"s}},  // "0x" stops the reader
+        {"e", RawValue{reg::kDword, "\0\0\0\0"s}},
+        {"f", std::nullopt},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get("\\Export", c.name), c.value) << c.name;
+    EXPECT_EQ(Get("\\Export\\Sub", "g"), std::nullopt);
+    EXPECT_EQ(access.KeyExists(kLong + "\\Export\\Sub"), kFalse);  // only a value line makes a key
+}
+
+TEST_F(RegistryTextTest, ImportRulesLineByLine) {
+    Set("\\Imp", "gone", reg::kSz, "x");
+    Set("\\Imp", "@", reg::kSz, "literal at");
+    Set("\\Imp", "", reg::kSz, "default");
+    Set("\\Doomed", "v", reg::kSz, "x");
+    Set("\\Parent\\Child", "v", reg::kSz, "x");
+    const string file = folder + "\\rules.reg";
+    ASSERT_TRUE(machine->Files().WriteWholeFile(
+        file, "regedit4\r\n"
+              "[" + kLong + "\\Imp]\r\n"
+              "  \"s\" = \"v\"  \r\n"
+              "; \"c\"=\"comment\"\r\n"
+              "no equals sign\r\n"
+              "\"n\"=DWORD:1f\r\n"
+              "\"big\"=dword:FFFFFFFE\r\n"
+              "\"h\"=HEX:41,42\r\n"
+              "\"t\"=hex(2):41,00\r\n"
+              "\"q\"=\"a=b\"\r\n"
+              "\"gone\"=-\r\n"
+              "\"@\"= - \r\n"
+              "@=\r\n"
+              "\"[" + kLong + "\\Cutx\"\r\n"
+              "\"v\"=\"1\"\r\n"
+              "[-" + kLong + "\\Doomed]\r\n"
+              "[-" + kLong + "\\Parent]\r\n"));
+    EXPECT_EQ(access.ImportFromReg(file), 1);
+    struct Case { string name; std::optional<RawValue> value; } cases[] = {
+        {"s ", RawValue{reg::kSz, " v\0"s}},  // both sides keep their inner blanks
+        {"c", std::nullopt},
+        {"n", RawValue{reg::kDword, "\x1F\0\0\0"s}},
+        {"big", RawValue{reg::kDword, "\xFE\xFF\xFF\xFF"}},
+        {"h", RawValue{reg::kBinary, "AB"}},
+        {"t", RawValue{reg::kSz, "hex(2):41,00\0"s}},
+        {"q", RawValue{reg::kSz, "a\0"s}},
+        {"gone", std::nullopt},
+        {"@", std::nullopt},
+        {"", std::nullopt},  // written empty, then removed
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get("\\Imp", c.name), c.value) << '"' << c.name << '"';
+    EXPECT_EQ(Get("\\Cut", "v"), (RawValue{reg::kSz, "1\0"s}));
+    EXPECT_EQ(access.KeyExists(kLong + "\\Doomed"), kFalse);
+    EXPECT_NE(access.KeyExists(kLong + "\\Parent"), kFalse);  // not recursive
+    EXPECT_EQ(access.CreateKeyIfDoesntExists(), kTrue);
+}
+
+TEST_F(RegistryTextTest, ImportRefusesForeignOrBrokenFiles) {
+    struct Case { string contents; std::int32_t result; } cases[] = {
+        {" REGEDIT4\r\n", 0},
+        {"Windows Registry Editor Version 5.00\r\n", 0},
+        {"REGEDIT4\n[" + kLong + "\\Lf]\n\"v\"=\"1\"\n", 0},
+        {"", 0},
+        {"REGEDIT4", 1},
+        {"REGEDIT4\r\n[\r\n", 0},  // a lone bracket is an invalid call
+        {"REGEDIT4\r\n[" + kLong + "\\Partial]\r\n\"v\"=\"1\"\r\n\"b\"=hex:" + string(32768, '4') + "\r\n", 0},
+    };
+    for (const auto& c : cases) {
+        const string file = folder + "\\in.reg";
+        ASSERT_TRUE(machine->Files().WriteWholeFile(file, c.contents));
+        EXPECT_EQ(access.ImportFromReg(file), c.result) << c.contents.substr(0, 40);
+    }
+    EXPECT_EQ(Get("\\Lf", "v"), std::nullopt);
+    EXPECT_EQ(Get("\\Partial", "v"), (RawValue{reg::kSz, "1\0"s}));  // what was written stays
+    EXPECT_EQ(access.ImportFromReg(folder + "\\missing.reg"), 0);
+}
+
+TEST(RegistryTextHex, IsBinValidIsNeverTrue) {
+    for (const char* text : {"41", "41 42", "", "  ", "zz", "0123456789ABCDEF"})
+        EXPECT_EQ(AdvRegistryAccess::isBinValid(text), kFalse) << text;
+}
+
+}  // namespace
