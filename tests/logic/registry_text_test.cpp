@@ -2,20 +2,12 @@
 // what the writer puts down, what the reader makes of it, and where they differ.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <optional>
 
+#include "export_key_access.h"
 #include "machine.h"
 #include "registry/AdvRegistryAccess.h"
-
-namespace tessmark::registry {
-// The export with a box of the test's own, which the class never hands it.
-struct ExportKeyAccess {
-    static VbBool Export(AdvRegistryAccess& access, const std::string& path, const std::string& file,
-                         VbBool subkeys, TextBox* box) {
-        return access.ExportKey(path, file, subkeys, box);
-    }
-};
-}  // namespace tessmark::registry
 
 using tessmark::platform::RegHandle;
 using tessmark::registry::AdvRegistryAccess;
@@ -206,6 +198,63 @@ TEST_F(RegistryTextTest, ImportRefusesForeignOrBrokenFiles) {
 TEST(RegistryTextHex, IsBinValidIsNeverTrue) {
     for (const char* text : {"41", "41 42", "", "  ", "zz", "0123456789ABCDEF"})
         EXPECT_EQ(AdvRegistryAccess::isBinValid(text), kFalse) << text;
+}
+
+// Against the platform's own regedit, on the real registry only.
+class RegeditInteropTest : public RegistryTextTest {
+protected:
+    void SetUp() override {
+        if (!machine->IsReal()) GTEST_SKIP() << "needs the platform's regedit";
+        Set("", "", reg::kSz, "def");
+        Set("", "s", reg::kSz, "he\"llo");
+        Set("", "b", reg::kBinary, "Jo");
+        Set("", "n", reg::kDword, "\x1F\0\0\0"s);
+        Set("\\Sub", "x", reg::kExpandSz, "%a%");
+    }
+    static int Regedit(const string& arguments) { return std::system(("regedit " + arguments).c_str()); }
+};
+
+TEST_F(RegeditInteropTest, RegeditImportsAnExportUpToTheDialectsDifferences) {
+    const string file = folder + "\\ours.reg";
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n"));
+    TextBox box;
+    ASSERT_EQ(ExportKeyAccess::Export(access, kLong, file, kTrue, &box), kTrue);
+    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+
+    ASSERT_EQ(Regedit("/S " + file), 0);
+    struct Case { string sub, name; std::optional<RawValue> value; } cases[] = {
+        {"", "b", RawValue{reg::kBinary, "Jo"}},
+        {"", "n", std::nullopt},   // "0x" in front of the digits is no number to regedit
+        {"\\Sub", "x", std::nullopt},  // never exported
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get(c.sub, c.name), c.value) << c.sub << '\\' << c.name;
+}
+
+TEST_F(RegeditInteropTest, WhatSurvivesOfRegeditsOwnExport) {
+    const string unicode = folder + "\\theirs.reg";
+    ASSERT_EQ(Regedit("/E " + unicode + " " + kLong), 0);
+    string text;
+    ASSERT_TRUE(machine->Files().ReadWholeFile(unicode, &text));
+    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+    // Regedit here writes only the newer header, in UTF-16: refused whole.
+    EXPECT_EQ(access.ImportFromReg(unicode), 0);
+    EXPECT_EQ(Get("", "b"), std::nullopt);
+
+    // The same lines in the older form: the code page's bytes behind "REGEDIT4".
+    string ansi;
+    for (std::size_t i = 2; i + 1 < text.size(); i += 2) ansi += text[i];
+    ansi = "REGEDIT4" + ansi.substr(ansi.find("\r\n"));
+    const string file = folder + "\\theirs4.reg";
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, ansi));
+    EXPECT_EQ(access.ImportFromReg(file), 1);
+    struct Case { string sub, name; std::optional<RawValue> value; } cases[] = {
+        {"", "", RawValue{reg::kSz, "def\0"s}},
+        {"", "s", RawValue{reg::kSz, "he\\llo\0"s}},  // the escape's backslash stays, its quote goes
+        {"", "b", RawValue{reg::kBinary, "Jo"}},
+        {"", "n", RawValue{reg::kDword, "\x1F\0\0\0"s}},  // without "0x" the number survives
+        {"\\Sub", "x", RawValue{reg::kSz, "hex(2):25,00,61,00,25,00,00,00\0"s}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get(c.sub, c.name), c.value) << c.sub << '\\' << c.name;
 }
 
 }  // namespace
