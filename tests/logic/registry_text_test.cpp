@@ -214,18 +214,24 @@ protected:
     static int Regedit(const string& arguments) { return std::system(("regedit " + arguments).c_str()); }
 };
 
-TEST_F(RegeditInteropTest, RegeditImportsAnExportUpToTheDialectsDifferences) {
-    const string file = folder + "\\ours.reg";
-    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n"));
-    TextBox box;
-    ASSERT_EQ(ExportKeyAccess::Export(access, kLong, file, kTrue, &box), kTrue);
+TEST_F(RegeditInteropTest, RegeditTakesOnlyBinaryValuesAndNothingOfAFileWithAText) {
+    Set("\\Bin", "b", reg::kBinary, "Jo");
+    Set("\\Bin", "n", reg::kDword, "\x1F\0\0\0"s);
+    for (const string& key : {string(), string("\\Bin")}) {
+        const string file = folder + "\\ours" + std::to_string(key.size()) + ".reg";
+        ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n"));
+        TextBox box;
+        ASSERT_EQ(ExportKeyAccess::Export(access, kLong + key, file, kFalse, &box), kTrue);
+    }
     machines::DeleteTree(port, reg::kCurrentUser, kScratch);
 
-    ASSERT_EQ(Regedit("/S " + file), 0);
+    for (const string& key : {string(), string("\\Bin")})
+        ASSERT_EQ(Regedit("/S " + folder + "\\ours" + std::to_string(key.size()) + ".reg"), 0);
     struct Case { string sub, name; std::optional<RawValue> value; } cases[] = {
-        {"", "b", RawValue{reg::kBinary, "Jo"}},
-        {"", "n", std::nullopt},   // "0x" in front of the digits is no number to regedit
-        {"\\Sub", "x", std::nullopt},  // never exported
+        {"\\Bin", "b", RawValue{reg::kBinary, "Jo"}},
+        {"\\Bin", "n", std::nullopt},  // "0x" in front of the digits is no number to regedit
+        {"", "b", std::nullopt},        // the NUL kept behind each text ends regedit's reading
+        {"", "", std::nullopt},
     };
     for (const auto& c : cases) EXPECT_EQ(Get(c.sub, c.name), c.value) << c.sub << '\\' << c.name;
 }
