@@ -3,8 +3,27 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <vector>
 
 namespace tessmark::platform::win32 {
+
+namespace {
+
+// A string of the program's own version resource; empty when it has none.
+std::string OwnVersionString(const char* name) {
+    char path[MAX_PATH] = {};
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    DWORD unused = 0;
+    std::vector<char> block(::GetFileVersionInfoSizeA(path, &unused));
+    if (block.empty() || !::GetFileVersionInfoA(path, 0, static_cast<DWORD>(block.size()), block.data())) return "";
+    char* text = nullptr;
+    UINT length = 0;
+    const std::string key = std::string("\\StringFileInfo\\040904B0\\") + name;
+    if (!::VerQueryValueA(block.data(), key.c_str(), reinterpret_cast<void**>(&text), &length) || length == 0) return "";
+    return text;
+}
+
+}  // namespace
 
 int Win32Ui::MsgBox(const std::string& prompt, int style, const std::string& title) {
     HWND owner = GetActiveWindow();
@@ -41,7 +60,9 @@ void Win32Ui::RemoveTrayIcon() {
 }
 
 void Win32Ui::ShowAboutBox() {
-    ::MessageBoxA(GetActiveWindow(), "Tessmark\r\nStart-up manager", "About Tessmark", MB_OK | MB_ICONINFORMATION);
+    const std::string name = OwnVersionString("ProductName");
+    const std::string text = name + " " + OwnVersionString("FileVersion") + "\r\n" + OwnVersionString("FileDescription");
+    ::MessageBoxA(GetActiveWindow(), text.c_str(), ("About " + name).c_str(), MB_OK | MB_ICONINFORMATION);
 }
 
 void Win32Ui::DragForm(WindowHandle window) {
