@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "machine.h"
+#include "raw_values.h"
 #include "registry/AdvRegistryAccess.h"
 
 using tessmark::platform::RegHandle;
@@ -25,7 +26,7 @@ namespace {
 const string kScratch = machines::kScratchKey;
 const string kUserPath = "HKEY_CURRENT_USER\\" + kScratch;
 
-using RawValue = std::pair<std::uint32_t, string>;  // type and data
+using tessmark::testing::RawValue;
 
 class AdvRegistryAccessTest : public ::testing::Test {
 protected:
@@ -48,25 +49,10 @@ protected:
         return true;
     }
     void SetRaw(const string& sub, const string& name, std::uint32_t type, const string& data) {
-        RegHandle key = 0;
-        ASSERT_EQ(port.RegCreateKeyA(reg::kCurrentUser, (kScratch + sub).c_str(), &key), 0);
-        EXPECT_EQ(port.RegSetValueExA(key, name.c_str(), type,
-                                      reinterpret_cast<const std::uint8_t*>(data.data()),
-                                      static_cast<std::uint32_t>(data.size())), 0);
-        port.RegCloseKey(key);
+        EXPECT_TRUE(machines::SetRaw(port, reg::kCurrentUser, kScratch + sub, name, type, data));
     }
     std::optional<RawValue> GetRaw(const string& sub, const string& name) {
-        RegHandle key = 0;
-        if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0)
-            return std::nullopt;
-        RawValue value{0, string(1024, '\0')};
-        std::uint32_t length = 1024;
-        std::int32_t code = port.RegQueryValueExA(key, name.c_str(), &value.first,
-                                                  reinterpret_cast<std::uint8_t*>(value.second.data()), &length);
-        port.RegCloseKey(key);
-        if (code != 0) return std::nullopt;
-        value.second.resize(length);
-        return value;
+        return machines::GetRaw(port, reg::kCurrentUser, kScratch + sub, name);
     }
 
     std::unique_ptr<machines::TestMachine> machine = machines::MakeTestMachine();

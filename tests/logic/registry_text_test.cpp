@@ -7,6 +7,7 @@
 
 #include "export_key_access.h"
 #include "machine.h"
+#include "raw_values.h"
 #include "registry/AdvRegistryAccess.h"
 
 using tessmark::platform::RegHandle;
@@ -25,31 +26,17 @@ namespace {
 
 const string kScratch = machines::kScratchKey;
 const string kLong = "HKEY_CURRENT_USER\\" + kScratch;
-using RawValue = std::pair<std::uint32_t, string>;
+using tessmark::testing::RawValue;
 
 class RegistryTextTest : public ::testing::Test {
 protected:
     void TearDown() override { machines::DeleteTree(port, reg::kCurrentUser, kScratch); }
 
     void Set(const string& sub, const string& name, std::uint32_t type, const string& data) {
-        RegHandle key = 0;
-        ASSERT_EQ(port.RegCreateKeyA(reg::kCurrentUser, (kScratch + sub).c_str(), &key), 0);
-        port.RegSetValueExA(key, name.c_str(), type, reinterpret_cast<const std::uint8_t*>(data.data()),
-                            static_cast<std::uint32_t>(data.size()));
-        port.RegCloseKey(key);
+        ASSERT_TRUE(machines::SetRaw(port, reg::kCurrentUser, kScratch + sub, name, type, data));
     }
     std::optional<RawValue> Get(const string& sub, const string& name) {
-        RegHandle key = 0;
-        if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0)
-            return std::nullopt;
-        RawValue value{0, string(1024, '\0')};
-        std::uint32_t length = 1024;
-        const auto code = port.RegQueryValueExA(key, name.c_str(), &value.first,
-                                                reinterpret_cast<std::uint8_t*>(value.second.data()), &length);
-        port.RegCloseKey(key);
-        if (code != 0) return std::nullopt;
-        value.second.resize(length);
-        return value;
+        return machines::GetRaw(port, reg::kCurrentUser, kScratch + sub, name);
     }
     string Read(const string& file) {
         string text;
