@@ -64,44 +64,20 @@ protected:
 const string kExportBlock = "[" + kLong + "\\Export]\r\n" + "@=\"d\0\"\r\n"s + "\"a\"=\"x\"y=z\0\"\r\n"s +
                             "\"b\"=hex:4A,6F\r\n" + "\"c\"=hex:\r\n" + "\"d\"=dword:0x0000001F\r\n" +
                             "\"e\"=dword:0xFFFFFFFF\r\n" + "\r\n";
-const string kSubBlock = "[" + kLong + "\\Export\\Sub]\r\n\r\n";
 
-TEST_F(RegistryTextTest, ExportWithABoxWritesEveryBlockInTheClassDialect) {
+TEST_F(RegistryTextTest, AnExportWithABoxAndWhatItReadsBackAs) {
     SeedExportKey();
-    struct Case { VbBool subkeys; string file; } cases[] = {
-        {kTrue, kExportBlock + kSubBlock},
-        {kFalse, kExportBlock},
-    };
-    for (const auto& c : cases) {
-        const string file = folder + "\\export" + std::to_string(c.subkeys) + ".reg";
-        TextBox box;
-        EXPECT_EQ(ExportKeyAccess::Export(access, "hkcu\\" + kScratch + "\\Export", file, c.subkeys, &box), kTrue);
-        EXPECT_EQ(Read(file), c.file);
-        EXPECT_EQ(box.Text, c.subkeys ? kLong + "\\Export\\Sub" : kLong + "\\Export");
-    }
-}
-
-TEST_F(RegistryTextTest, ExportToRegLeavesOnlyTheHeaderAndNeverOverwrites) {
-    SeedExportKey();
-    VbBool subkeys = kTrue;
-    const string file = folder + "\\backup.reg";
-    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
-    EXPECT_EQ(Read(file), "REGEDIT4\r\n\r\n");
-
-    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
-    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
-    EXPECT_EQ(Read(file), "old");
-    EXPECT_EQ(access.ExportToReg(kLong, folder + "\\no such folder\\x.reg", subkeys), 0);
-}
-
-TEST_F(RegistryTextTest, WhatAnExportReadsBackAs) {
-    SeedExportKey();
-    const string file = folder + "\\round.reg";
-    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n"));
+    const string file = folder + "\\round.reg", single = folder + "\\single.reg";
     TextBox box;
-    ASSERT_EQ(ExportKeyAccess::Export(access, kLong + "\\Export", file, kTrue, &box), kTrue);
+    ASSERT_EQ(ExportKeyAccess::Export(access, "hkcu\\" + kScratch + "\\Export", file, kTrue, &box), kTrue);
+    ASSERT_EQ(ExportKeyAccess::Export(access, kLong + "\\Export", single, kFalse, &box), kTrue);
+    EXPECT_EQ(Read(file), kExportBlock + "[" + kLong + "\\Export\\Sub]\r\n\r\n");
+    EXPECT_EQ(Read(single), kExportBlock);
+    EXPECT_EQ(box.Text, kLong + "\\Export");
     machines::DeleteTree(port, reg::kCurrentUser, kScratch);
 
+    EXPECT_EQ(access.ImportFromReg(file), 0);  // no header: ExportKey only appends
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n" + Read(file)));
     EXPECT_EQ(access.ImportFromReg(file), 1);
     struct Case { string name; std::optional<RawValue> value; } cases[] = {
         {"", RawValue{reg::kSz, "d\0"s}},    // the kept NUL comes back
@@ -113,8 +89,18 @@ TEST_F(RegistryTextTest, WhatAnExportReadsBackAs) {
         {"f", std::nullopt},
     };
     for (const auto& c : cases) EXPECT_EQ(Get("\\Export", c.name), c.value) << c.name;
-    EXPECT_EQ(Get("\\Export\\Sub", "g"), std::nullopt);
     EXPECT_EQ(access.KeyExists(kLong + "\\Export\\Sub"), kFalse);  // only a value line makes a key
+}
+
+TEST_F(RegistryTextTest, ExportToRegLeavesOnlyTheHeaderAndNeverOverwrites) {
+    SeedExportKey();
+    VbBool subkeys = kTrue;
+    const string file = folder + "\\backup.reg";
+    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(Read(file), "REGEDIT4\r\n\r\n");
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
+    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(Read(file), "old");
 }
 
 TEST_F(RegistryTextTest, ImportRulesLineByLine) {

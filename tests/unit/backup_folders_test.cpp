@@ -27,7 +27,7 @@ TEST(BackupFolders, MakesOnlyTheMissingLevels) {
     }
 }
 
-TEST(BackupFolders, AFileInTheFolderPlaceStopsNothingAndAMissingRootRaises) {
+TEST(BackupFolders, AFileInTheFolderPlaceCountsAndAMissingRootRaises) {
     tessmark::platform::memory::MemoryDisk disk;
     tessmark::platform::memory::MemoryRegistry registry;
     tessmark::platform::memory::RecordingUi ui;
@@ -35,7 +35,6 @@ TEST(BackupFolders, AFileInTheFolderPlaceStopsNothingAndAMissingRootRaises) {
     disk.SetEnvironmentVariable("Appdata", "C:\\data");
     disk.AddFile("C:\\data\\Quillon\\Tessmark\\RegistryBackUps", "a file");
     EXPECT_NO_THROW(tessmark::safety::BackupRegistry(objReg, disk));
-
     disk.SetEnvironmentVariable("Appdata", "Q:\\nowhere");
     EXPECT_THROW(tessmark::safety::BackupRegistry(objReg, disk), tessmark::vb::VbError);
 }

@@ -69,12 +69,4 @@ TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
     EXPECT_EQ(read.percent, 60);
 }
 
-TEST(ProgressBarModel, StandardBarEndsOnWholeBlocks) {
-    struct Case { long percent, block; long end; } cases[] = {
-        {0, 6, 3}, {49, 6, 75}, {98, 6, 147}, {100, 6, 147}, {-5, 6, 3}, {49, 0, 75}, {50, 0, 77},
-    };
-    // Bar from 3 to 150: 147 pixels wide.
-    for (const auto& c : cases) EXPECT_EQ(StandardBarEnd(3, 150, c.percent, c.block, 2), c.end) << c.percent;
-}
-
 }  // namespace

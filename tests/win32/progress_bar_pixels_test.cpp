@@ -21,7 +21,7 @@ constexpr Colour kMagenta = 0x00FF00FF;
 // The control's drawing, copied by pDraw onto a sheet that starts magenta.
 class Rendered {
 public:
-    Rendered(int scrolling, int value, bool showText, int width = 150, int height = 22) : width_(width) {
+    Rendered(int scrolling, int value, bool showText, int width = 150, int height = 22) {
         HINSTANCE instance = GetModuleHandleA(nullptr);
         parent_ = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 300, 100, nullptr, nullptr, instance, nullptr);
         HDC screen = GetDC(nullptr);
@@ -55,7 +55,6 @@ public:
     }
 
 private:
-    int width_;
     HWND parent_;
     HDC sheet_;
     HBITMAP bitmap_;
@@ -93,17 +92,14 @@ TEST(ProgressBarPixels, EachStyleDrawsWhereItsRulesSay) {
     EXPECT_EQ(Rendered(7, 100, false).ColoursIn({10, 5, 140, 17}), (std::set<Colour>{c, ShiftColor(c, 140)}));
 }
 
-TEST(ProgressBarPixels, CaptionOnlyWithShowText) {
+TEST(ProgressBarPixels, CaptionOnlyWithShowTextAndNothingWithoutASize) {
     const RECT centre{55, 4, 95, 18};
     for (int style : {1, 3, 6}) {
         const Colour ink = style == 6 ? 0xC0C0C0 : 0x000000;
         EXPECT_TRUE(Rendered(style, 0, true).ColoursIn(centre).count(ink)) << style;
         EXPECT_FALSE(Rendered(style, 0, false).ColoursIn(centre).count(ink)) << style;
     }
-}
-
-TEST(ProgressBarPixels, AControlWithoutSizeHasNoBufferToCopy) {
-    EXPECT_EQ(Rendered(1, 50, true, 0, 22).At(0, 0), kMagenta);
+    EXPECT_EQ(Rendered(1, 50, true, 0, 22).At(0, 0), kMagenta);  // no buffer, nothing to copy
 }
 
 }  // namespace
