@@ -1,5 +1,6 @@
-// The backup set's folder steps: only the missing levels are made, and a file
-// in the folder's place counts as the folder.
+// The backup set's folder steps: only the missing levels are made (making one
+// that exists would raise), a file in a folder's place counts as the folder,
+// and a root that can't be made raises.
 #include <gtest/gtest.h>
 
 #include "platform/memory/memory_disk.h"
@@ -12,31 +13,34 @@ using std::string;
 namespace {
 
 TEST(BackupFolders, MakesOnlyTheMissingLevels) {
-    const string appData = "C:\\data";
-    const string full = appData + "\\Quillon\\Tessmark\\RegistryBackUps";
-    // MkDir on a folder that is there fails, so making an existing level would raise.
-    for (const string& present : {string(), appData + "\\Quillon", appData + "\\Quillon\\Tessmark", full}) {
+    const string full = "C:\\data\\Quillon\\Tessmark\\RegistryBackUps";
+    struct Case { string appData, folder, file; bool raises; } cases[] = {
+        {"C:\\data", "C:\\data", "", false},
+        {"C:\\data", "C:\\data\\Quillon", "", false},
+        {"C:\\data", "C:\\data\\Quillon\\Tessmark", "", false},
+        {"C:\\data", full, "", false},
+        {"C:\\data", "C:\\data", full, false},
+        {"Q:\\nowhere", "C:\\data", "", true},
+    };
+    for (const auto& c : cases) {
         tessmark::platform::memory::MemoryDisk disk;
         tessmark::platform::memory::MemoryRegistry registry;
         tessmark::platform::memory::RecordingUi ui;
-        disk.SetEnvironmentVariable("Appdata", appData);
-        disk.AddFolder(present.empty() ? appData : present);
+        disk.SetEnvironmentVariable("Appdata", c.appData);
+        disk.AddFolder(c.folder);
+        if (!c.file.empty()) disk.AddFile(c.file, "a file");
         tessmark::registry::AdvRegistryAccess objReg(registry, disk, ui);
-        EXPECT_NO_THROW(tessmark::safety::BackupRegistry(objReg, disk)) << present;
-        EXPECT_TRUE(disk.FileExists(full + "\\RegRunServicesOnce.reg")) << present;
+        const bool raised = [&] {
+            try {
+                tessmark::safety::BackupRegistry(objReg, disk);
+                return false;
+            } catch (const tessmark::vb::VbError&) {
+                return true;
+            }
+        }();
+        EXPECT_EQ(raised, c.raises) << c.folder << ' ' << c.file;
+        EXPECT_EQ(disk.FileExists(full + "\\RegRunServicesOnce.reg"), !c.raises && c.file.empty()) << c.folder;
     }
-}
-
-TEST(BackupFolders, AFileInTheFolderPlaceCountsAndAMissingRootRaises) {
-    tessmark::platform::memory::MemoryDisk disk;
-    tessmark::platform::memory::MemoryRegistry registry;
-    tessmark::platform::memory::RecordingUi ui;
-    tessmark::registry::AdvRegistryAccess objReg(registry, disk, ui);
-    disk.SetEnvironmentVariable("Appdata", "C:\\data");
-    disk.AddFile("C:\\data\\Quillon\\Tessmark\\RegistryBackUps", "a file");
-    EXPECT_NO_THROW(tessmark::safety::BackupRegistry(objReg, disk));
-    disk.SetEnvironmentVariable("Appdata", "Q:\\nowhere");
-    EXPECT_THROW(tessmark::safety::BackupRegistry(objReg, disk), tessmark::vb::VbError);
 }
 
 }  // namespace
