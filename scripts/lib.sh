@@ -5,9 +5,10 @@ WINESERVER=/usr/lib/wine/wineserver
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
 
-PACKAGES=(cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev clang-14 libclang-rt-14-dev
+PACKAGES=(cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
-  wine64 fonts-wine xvfb xauth imagemagick x11-apps xdotool python3)
+  wine64 fonts-wine xvfb xauth imagemagick x11-apps xdotool python3
+  clang libclang-rt-14-dev)
 
 ensure_packages() {
   local missing=()

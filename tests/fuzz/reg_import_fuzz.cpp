@@ -44,8 +44,9 @@ std::set<std::string> AllKeys(platform::RegistryPort& registry) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string contents(reinterpret_cast<const char*>(data), size);
-    platform::memory::MemoryDisk disk;
-    platform::memory::RecordingUi ui;
+    // One disk for every run: making a fresh one costs more than the run.
+    static platform::memory::MemoryDisk disk;
+    static platform::memory::RecordingUi ui;
     disk.AddFile("C:\\in.reg", contents);
 
     platform::memory::MemoryRegistry imported;

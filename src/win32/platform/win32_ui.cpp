@@ -32,6 +32,13 @@ int Win32Ui::MsgBox(const std::string& prompt, int style, const std::string& tit
 }
 
 void Win32Ui::DoEvents() {
+    // Each pass is a round trip to the window system, far dearer than a step of
+    // the file search that calls it at every entry. Within a few milliseconds
+    // of the last pass nothing waits that a user could tell from no delay.
+    const ULONGLONG now = ::GetTickCount64();
+    if (pumped_ && now - lastPass_ < kPassInterval) return;
+    pumped_ = true;
+    lastPass_ = now;
     if (beforeEvents) beforeEvents();
     MSG msg;
     while (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {

@@ -28,7 +28,10 @@ public:
     std::function<void()> beforeEvents;
 
 private:
+    static constexpr unsigned long long kPassInterval = 10;  // milliseconds
     std::string appTitle_;
+    bool pumped_ = false;
+    unsigned long long lastPass_ = 0;
 };
 
 }  // namespace tessmark::platform::win32
