@@ -5,6 +5,7 @@
 #include "discovery/RunKeys.h"
 #include "discovery/StartupFolders.h"
 #include "frame/catalogue.h"
+#include "safety/BackupRegistry.h"
 #include "storage/modStartup.h"
 #include "ui/CFileVersionInfo.h"
 #include "vb/vb.h"
@@ -277,5 +278,7 @@ void FrmMain2::BtnClose_Click() {
     Unload();
     ports_.ui.EndProcess(0);
 }
+
+void FrmMain2::BackupRegistry() { safety::BackupRegistry(itemOperations_.objReg(), ports_.files); }
 
 }  // namespace tessmark::frame

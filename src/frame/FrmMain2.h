@@ -132,6 +132,8 @@ private:
     void WaitOff();
     void Pump();
     void Unload();
+    // The registry backup set; no command calls it.
+    void BackupRegistry();
 
     platform::Ports ports_;
     platform::ShFileInfo shellRecord_{};

@@ -39,7 +39,8 @@ void MoveHelperSubkeys(discovery::ScanContext& form, registry::AdvRegistryAccess
 }  // namespace
 
 registry::AdvRegistryAccess& ItemOperations::objReg() {
-    if (!objReg_) objReg_ = std::make_unique<registry::AdvRegistryAccess>(form_.ports.registry);
+    if (!objReg_) objReg_ = std::make_unique<registry::AdvRegistryAccess>(form_.ports.registry, form_.ports.files,
+                                                                                 form_.ports.ui);
     return *objReg_;
 }
 

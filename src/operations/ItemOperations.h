@@ -51,6 +51,7 @@ public:
 
     registry::AdvRegistryAccess& objReg();  // the form's one object, made at first use
 
+private:
     discovery::ScanContext& form_;
     std::unique_ptr<registry::AdvRegistryAccess> objReg_;
 };

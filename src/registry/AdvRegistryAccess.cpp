@@ -45,6 +45,10 @@ VbBool ToVbBool(bool value) { return value ? kTrue : kFalse; }
 
 AdvRegistryAccess::AdvRegistryAccess(platform::RegistryPort& registry) : registry_(registry) {}
 
+AdvRegistryAccess::AdvRegistryAccess(platform::RegistryPort& registry, platform::FilesPort& files,
+                                     platform::UiServices& ui)
+    : registry_(registry), files_(&files), ui_(&ui) {}
+
 void AdvRegistryAccess::CreateKeyIfDoesntExists(VbBool value) {
     m_bCreateKeyIfDoesntExists = ToVbBool(value != kFalse);
 }

@@ -9,7 +9,9 @@
 #include <string_view>
 #include <variant>
 
+#include "platform/files_port.h"
 #include "platform/registry_port.h"
+#include "platform/ui_services.h"
 #include "vb/vb.h"
 
 namespace tessmark::registry {
@@ -23,9 +25,17 @@ inline constexpr VbBool kFalse = 0;
 // read, text for binary and string values, a number for DWORD values.
 using RegValue = std::variant<std::monostate, std::string, std::int32_t>;
 
+// What an export shows its progress in: anything with a settable text.
+struct TextBox {
+    std::string Text;
+};
+
 class AdvRegistryAccess {
 public:
     explicit AdvRegistryAccess(platform::RegistryPort& registry);
+    // With files and the message pump the text half works too; without them
+    // every file operation fails as a file error would.
+    AdvRegistryAccess(platform::RegistryPort& registry, platform::FilesPort& files, platform::UiServices& ui);
 
     // Whether the writers create a missing key first; true after construction.
     VbBool CreateKeyIfDoesntExists() const { return m_bCreateKeyIfDoesntExists; }
@@ -54,6 +64,18 @@ public:
     // can't be opened, in which case both arrays are left as they were.
     std::int32_t EnumValues(std::string sPath, vb::Array<std::string>& SName,
                             vb::Array<RegValue>& sValue, std::int32_t OnlyType);
+
+    // ---- the text half: "REGEDIT4" files of the class's own dialect
+
+    // Writes the key (and with IncludeSubkeys its subkeys) to a new file: 1, or
+    // 0 when the file exists already or anything failed. It hands ExportKey a
+    // box nothing has set, so it ends after the header with 0.
+    std::int32_t ExportToReg(std::string sPath, std::string sRegFile, VbBool& IncludeSubkeys);
+    // Reads such a file into the registry: 1, or 0 for a missing file, a
+    // foreign header or any error, leaving what was written.
+    std::int32_t ImportFromReg(std::string sRegFile);
+    // Always false: each character is looked for the wrong way round.
+    static VbBool isBinValid(std::string sBin);
 
     // Raw characters to " 41 42" (a blank before every pair) and back. Both raise
     // the overflow error for input of over 32767 characters.
@@ -88,7 +110,14 @@ private:
     std::int32_t SetValue(std::string sPath, const std::string& SName, std::uint32_t type,
                           const std::uint8_t* data, std::uint32_t size);
 
+    // One key's block, then its subkeys'; box null is the box nothing has set.
+    VbBool ExportKey(std::string sKeyPath, const std::string& sRegFile, VbBool IncludeSubkeys, TextBox* box);
+    void AppendText(const std::string& sRegFile, const std::string& text);
+    friend struct ExportKeyAccess;  // tests hand the export a box of their own
+
     platform::RegistryPort& registry_;
+    platform::FilesPort* files_ = nullptr;
+    platform::UiServices* ui_ = nullptr;
 
     platform::RegHandle m_hRootKey = 0;
     platform::RegHandle m_hKey = 0;

@@ -191,6 +191,17 @@ std::string Hex16(std::int16_t value) {
     return buffer;
 }
 
+std::vector<std::string> Split(const std::string& s, const std::string& delimiter) {
+    std::vector<std::string> pieces;
+    if (s.empty()) return pieces;
+    if (delimiter.empty()) return {s};
+    std::size_t from = 0;
+    for (std::size_t at; (at = s.find(delimiter, from)) != std::string::npos; from = at + delimiter.size())
+        pieces.push_back(s.substr(from, at - from));
+    pieces.push_back(s.substr(from));
+    return pieces;
+}
+
 std::string FormatDigits(long value, int digits) {
     std::string text = std::to_string(value < 0 ? -static_cast<long long>(value) : value);
     if (static_cast<int>(text.size()) < digits) text.insert(0, static_cast<std::size_t>(digits) - text.size(), '0');

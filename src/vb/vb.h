@@ -89,6 +89,8 @@ std::string StrReverse(const std::string& s);
 std::string Chr(long code);  // error 5 outside 0..255
 int Asc(const std::string& s);  // error 5 for empty text
 bool TextEquals(const std::string& a, const std::string& b);  // Option Compare Text equality
+// Split(s, delimiter): the pieces between delimiters; empty text gives no piece at all.
+std::vector<std::string> Split(const std::string& s, const std::string& delimiter);
 
 // ---- numbers -----------------------------------------------------------------
 

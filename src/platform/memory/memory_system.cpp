@@ -1,0 +1,22 @@
+#include "platform/memory/memory_system.h"
+
+#include "vb/vb.h"
+
+namespace tessmark::platform::memory {
+
+std::int32_t MemorySystem::GetVersionExA(OsVersionInfoA* info) {
+    sizesSeen.push_back(info->dwOSVersionInfoSize);
+    if (info->dwOSVersionInfoSize != sizeof(OsVersionInfoA)) return 0;
+    info->dwMajorVersion = major;
+    info->dwMinorVersion = minor;
+    info->dwPlatformId = 2;
+    return 1;
+}
+
+void MemorySystem::CallByMoniker(const std::string& moniker, const std::string& method,
+                                 const std::vector<LateBoundArg>& args) {
+    calls.push_back({moniker, method, args});
+    if (failWith != 0) throw vb::VbError(failWith);
+}
+
+}  // namespace tessmark::platform::memory

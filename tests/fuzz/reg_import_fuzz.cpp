@@ -1,0 +1,67 @@
+// The .reg reader on whatever a file may hold: it must not crash or hang, and
+// it may touch no key but those its key lines name (and their parents).
+#include <cstdint>
+#include <cstdlib>
+#include <set>
+#include <string>
+
+#include "platform/memory/memory_disk.h"
+#include "platform/memory/memory_registry.h"
+#include "platform/memory/recording_ui.h"
+#include "registry/AdvRegistryAccess.h"
+
+namespace {
+
+using namespace tessmark;
+namespace reg = platform::reg;
+
+constexpr platform::RegHandle kRoots[] = {reg::kClassesRoot, reg::kCurrentUser, reg::kLocalMachine, reg::kUsers,
+                                          reg::kPerformanceData, reg::kCurrentConfig, reg::kDynData};
+
+void Collect(platform::RegistryPort& registry, platform::RegHandle key, const std::string& path,
+             std::set<std::string>& keys) {
+    for (std::uint32_t index = 0;; ++index) {
+        char name[1024];
+        std::uint32_t length = sizeof name;
+        const std::int32_t code = registry.RegEnumKeyExA(key, index, name, &length);
+        if (code != reg::kSuccess) break;  // the end, or a root this registry doesn't hold
+        const std::string child = path + "\\" + vb::UCase(std::string(name, length));
+        keys.insert(child);
+        platform::RegHandle handle = 0;
+        if (registry.RegOpenKeyA(key, std::string(name, length).c_str(), &handle) != reg::kSuccess) continue;
+        Collect(registry, handle, child, keys);
+        registry.RegCloseKey(handle);
+    }
+}
+
+std::set<std::string> AllKeys(platform::RegistryPort& registry) {
+    std::set<std::string> keys;
+    for (platform::RegHandle root : kRoots) Collect(registry, root, std::to_string(root), keys);
+    return keys;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string contents(reinterpret_cast<const char*>(data), size);
+    // One disk for every run: making a fresh one costs more than the run.
+    static platform::memory::MemoryDisk disk;
+    static platform::memory::RecordingUi ui;
+    disk.AddFile("C:\\in.reg", contents);
+
+    platform::memory::MemoryRegistry imported;
+    registry::AdvRegistryAccess importer(imported, disk, ui);
+    importer.ImportFromReg("C:\\in.reg");
+
+    // Every key the file names, made through the class's own path rules.
+    platform::memory::MemoryRegistry named;
+    registry::AdvRegistryAccess reference(named, disk, ui);
+    for (const std::string& raw : vb::Split(contents, "\r\n")) {
+        const std::string line = vb::Replace(vb::Trim(raw), "\"", "");
+        if (vb::Left(line, 1) == "[" && line.size() >= 2) reference.CreateKey(vb::Mid(line, 2, vb::Len(line) - 2));
+    }
+    const std::set<std::string> allowed = AllKeys(named);
+    for (const std::string& key : AllKeys(imported))
+        if (!allowed.count(key)) std::abort();  // a key no key line names
+    return 0;
+}

@@ -1,0 +1,46 @@
+// The backup set's folder steps: only the missing levels are made (making one
+// that exists would raise), a file in a folder's place counts as the folder,
+// and a root that can't be made raises.
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_disk.h"
+#include "platform/memory/memory_registry.h"
+#include "platform/memory/recording_ui.h"
+#include "safety/BackupRegistry.h"
+
+using std::string;
+
+namespace {
+
+TEST(BackupFolders, MakesOnlyTheMissingLevels) {
+    const string full = "C:\\data\\Quillon\\Tessmark\\RegistryBackUps";
+    struct Case { string appData, folder, file; bool raises; } cases[] = {
+        {"C:\\data", "C:\\data", "", false},
+        {"C:\\data", "C:\\data\\Quillon", "", false},
+        {"C:\\data", "C:\\data\\Quillon\\Tessmark", "", false},
+        {"C:\\data", full, "", false},
+        {"C:\\data", "C:\\data", full, false},
+        {"Q:\\nowhere", "C:\\data", "", true},
+    };
+    for (const auto& c : cases) {
+        tessmark::platform::memory::MemoryDisk disk;
+        tessmark::platform::memory::MemoryRegistry registry;
+        tessmark::platform::memory::RecordingUi ui;
+        disk.SetEnvironmentVariable("Appdata", c.appData);
+        disk.AddFolder(c.folder);
+        if (!c.file.empty()) disk.AddFile(c.file, "a file");
+        tessmark::registry::AdvRegistryAccess objReg(registry, disk, ui);
+        const bool raised = [&] {
+            try {
+                tessmark::safety::BackupRegistry(objReg, disk);
+                return false;
+            } catch (const tessmark::vb::VbError&) {
+                return true;
+            }
+        }();
+        EXPECT_EQ(raised, c.raises) << c.folder << ' ' << c.file;
+        EXPECT_EQ(disk.FileExists(full + "\\RegRunServicesOnce.reg"), !c.raises && c.file.empty()) << c.folder;
+    }
+}
+
+}  // namespace

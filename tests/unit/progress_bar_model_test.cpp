@@ -1,0 +1,72 @@
+// The progress bar control's arithmetic: shades, blends, the value held as a
+// percentage in the control's own scaling, its caption and its property bag.
+#include <gtest/gtest.h>
+
+#include "ui/XP_ProgressBar.h"
+#include "vb/vb.h"
+
+using namespace tessmark::ui;
+
+namespace {
+
+TEST(ProgressBarModel, ShadesAndBlends) {
+    struct Case { Colour colour; long amount; Colour shifted; } shifts[] = {
+        {0x000000, 100, 0x646464}, {0xFFFFFF, 150, 0xFFFFFF}, {0x804020, 0, 0x804020},
+        {0x804020, 255, 0xFFFFFF}, {0x0000FF, 180, 0xB4B4FF},
+    };
+    for (const auto& c : shifts) EXPECT_EQ(ShiftColor(c.colour, c.amount), c.shifted) << std::hex << c.colour;
+    struct Blend { Colour first, second; long amount; Colour blended; } blends[] = {
+        {0xFFFFFF, 0x000000, 255, 0xFFFFFF}, {0xFFFFFF, 0x000000, 0, 0x000000},
+        {0x0000C8, 0x000000, 200, 0x00009D},  // 200 * 200 / 255 = 156.86 rounds up
+        {0x000001, 0x000000, 128, 0x000001},  // 0.502 rounds to 1
+    };
+    for (const auto& b : blends) EXPECT_EQ(BlendColors(b.first, b.second, b.amount), b.blended) << b.amount;
+}
+
+TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {
+    struct Case { std::int32_t min, max, set, percent, get; } cases[] = {
+        {0, 100, 45, 45, 45}, {0, 200, 50, 25, 50}, {10, 100, 30, 40, 4},  // Min added, then divided by
+        {0, 100, 130, 130, 130}, {0, 3, 1, 33, 1}, {0, 8, 1, 12, 1},       // 12.5 rounds to even
+    };
+    for (const auto& c : cases) {
+        XP_ProgressBarModel bar;
+        bar.Min = c.min;
+        bar.Max = c.max;
+        bar.SetValue(c.set);
+        EXPECT_EQ(bar.percent, c.percent) << c.set << '/' << c.max;
+        EXPECT_EQ(bar.Value(), c.get) << c.set << '/' << c.max;
+    }
+    XP_ProgressBarModel over;
+    over.SetValue(130);
+    EXPECT_EQ(over.DrawnPercent(), 100);
+    EXPECT_EQ(over.CaptionText(), "100 %");
+    over.Scrolling = 2;
+    EXPECT_EQ(over.CaptionText(), "Searching..");
+    over.Max = 0;
+    EXPECT_THROW(over.SetValue(1), tessmark::vb::VbError);
+}
+
+TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
+    XP_ProgressBarModel fresh;
+    fresh.ReadProperties({});
+    EXPECT_EQ(fresh.BrushStyle, 4);
+    EXPECT_EQ(fresh.Color, 0x8000000Du);
+    EXPECT_EQ(fresh.Max, 100);
+
+    XP_ProgressBarModel set;
+    set.Font = 77;
+    set.Scrolling = 6;
+    set.ShowText = true;
+    set.SetValue(60);
+    PropertyBag bag;
+    set.WriteProperties(bag);
+    EXPECT_EQ(bag.at("Font"), 77);
+    XP_ProgressBarModel read;
+    read.ReadProperties(bag);
+    EXPECT_EQ(read.Font, 0);
+    EXPECT_EQ(read.Scrolling, 6);
+    EXPECT_TRUE(read.ShowText);
+    EXPECT_EQ(read.percent, 60);
+}
+
+}  // namespace
