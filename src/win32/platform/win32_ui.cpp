@@ -1,8 +1,10 @@
 #include "win32/platform/win32_ui.h"
 
 #include <windows.h>
+#include <commdlg.h>
 
 #include <cstdio>
+#include <vector>
 
 namespace tessmark::platform::win32 {
 
@@ -26,6 +28,7 @@ void Win32Ui::DoEvents() {
 }
 
 void Win32Ui::SetMousePointer(int pointer) {
+    mousePointer_ = pointer;
     ::SetCursor(::LoadCursor(nullptr, pointer == kMousePointerHourglass ? IDC_WAIT : IDC_ARROW));
 }
 
@@ -40,8 +43,53 @@ void Win32Ui::RemoveTrayIcon() {
     // No operation of the program adds a notification icon, so there is none to remove.
 }
 
+namespace {
+
+// The product name and version of the running program's own version resource.
+std::string OwnVersionText() {
+    char path[MAX_PATH] = {};
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    DWORD ignored = 0;
+    const DWORD size = ::GetFileVersionInfoSizeA(path, &ignored);
+    if (size == 0) return "Tessmark";
+    std::vector<char> block(size);
+    if (!::GetFileVersionInfoA(path, 0, size, block.data())) return "Tessmark";
+    auto value = [&](const char* name) -> std::string {
+        char* text = nullptr;
+        UINT length = 0;
+        const std::string query = std::string("\\StringFileInfo\\040904B0\\") + name;
+        if (!::VerQueryValueA(block.data(), query.c_str(), reinterpret_cast<void**>(&text), &length) || length == 0)
+            return {};
+        return std::string(text);
+    };
+    return value("ProductName") + "\r\nVersion " + value("ProductVersion");
+}
+
+}  // namespace
+
+// Stands in for the support library's about box.
 void Win32Ui::ShowAboutBox() {
-    ::MessageBoxA(GetActiveWindow(), "Tessmark\r\nStart-up manager", "About Tessmark", MB_OK | MB_ICONINFORMATION);
+    ::MessageBoxA(GetActiveWindow(), OwnVersionText().c_str(), "About Tessmark", MB_OK | MB_ICONINFORMATION);
+}
+
+bool Win32Ui::ShowOpen(const std::string& filter, std::string& fileName, WindowHandle owner) {
+    // "description|pattern|" pairs become the NUL-separated list the dialog takes.
+    std::string pairs = filter;
+    for (char& ch : pairs)
+        if (ch == '|') ch = '\0';
+    pairs.push_back('\0');
+    char file[MAX_PATH] = {};
+    fileName.copy(file, MAX_PATH - 1);
+    OPENFILENAMEA dialog = {};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = reinterpret_cast<HWND>(owner);
+    dialog.lpstrFilter = pairs.c_str();
+    dialog.lpstrFile = file;
+    dialog.nMaxFile = MAX_PATH;
+    dialog.Flags = OFN_HIDEREADONLY | OFN_EXPLORER;
+    if (!::GetOpenFileNameA(&dialog)) return false;
+    fileName = file;
+    return true;
 }
 
 void Win32Ui::DragForm(WindowHandle window) {
