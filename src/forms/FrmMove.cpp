@@ -42,6 +42,17 @@ constexpr std::array<Target, 7> kTargets = {{
     {"runservicescurr", HKCU, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunServices"},
 }};
 
+// The main tree's picture for a node it also has; the current user's nodes
+// look like their all-users twins.
+int PictureOf(std::string_view nodeKey) {
+    if (nodeKey == key::kRegCurr) nodeKey = key::kRegAll;
+    if (nodeKey == key::kRunCurr || nodeKey == key::kRunOnceCurr || nodeKey == key::kRunServiceCurr)
+        nodeKey = key::kRunExAll;
+    for (const auto& node : catalogue::kMainTree)
+        if (node.key == nodeKey) return node.image;
+    return 0;
+}
+
 }  // namespace
 
 FrmMove::FrmMove(frame::FrmMain2& main) : SkinnedDialog(main.Ports().ui), main_(main) {}
@@ -52,7 +63,8 @@ void FrmMove::Form_Load() {
         lblEntry.Caption = "Selected item: " + main_.ListView1.SelectedItem().Text;
         treeAuto.Nodes.clear();
         for (const auto& node : catalogue::kMoveTree)
-            treeAuto.Nodes.push_back({std::string(node.key), std::string(node.caption), std::string(node.parent), 0, true});
+            treeAuto.Nodes.push_back(
+                {std::string(node.key), std::string(node.caption), std::string(node.parent), PictureOf(node.key), true});
         treeAuto.Select(std::string(key::kMain));
         (void)main_.treeAuto.SelectedItem();  // its Index is read and dropped
     } catch (const vb::VbError&) {
