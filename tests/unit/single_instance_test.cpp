@@ -17,12 +17,6 @@ using platform::memory::MessageBoxCall;
 using platform::memory::RecordingUi;
 using std::string;
 
-namespace tessmark::platform::memory {
-bool operator==(const MessageBoxCall& a, const MessageBoxCall& b) {
-    return a.prompt == b.prompt && a.style == b.style && a.title == b.title;
-}
-void PrintTo(const MessageBoxCall& m, std::ostream* os) { *os << m.title << " (" << m.style << "): " << m.prompt; }
-}  // namespace tessmark::platform::memory
 
 namespace {
 

@@ -2,6 +2,7 @@
 // UI services that record what they were asked to do and answer message boxes
 // from a queue. EndProcess throws ProcessEnded so a test can see the end.
 #include <deque>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,11 @@ struct MessageBoxCall {
     std::string prompt;
     int style;
     std::string title;
+    bool operator==(const MessageBoxCall&) const = default;
 };
+inline void PrintTo(const MessageBoxCall& m, std::ostream* os) {
+    *os << m.title << " (" << m.style << "): " << m.prompt;
+}
 
 class RecordingUi final : public UiServices {
 public:
