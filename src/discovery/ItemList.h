@@ -18,6 +18,12 @@ using RowTag = std::variant<std::monostate, long, std::string>;
 // error 13 for text that is no number.
 long TagNumber(const RowTag& tag);
 
+// Texts enter a row cut at their first NUL (storage::StripAtNull): the
+// registry's 1024-character reads and the shell's 260-character display names
+// come padded with NULs, and a row hands its texts on as they stand, to the
+// registry, to Settings.ini and to shortcut names. Value names are the one
+// exception: they keep the single NUL the enumeration leaves behind them, and
+// every call that takes a name stops there.
 struct ItemRow {
     std::string Text;
     RowTag Tag;

@@ -45,7 +45,9 @@ Section SectionOf(int logonType) {
 
 void AddLogonRow(ScanContext& form, std::string piece, const LogonVariant& variant, const Section& section,
                  const char* flag) {
-    ItemRow& row = form.ListView1.Add();
+    // The row is built apart and added last: the file search below pumps
+    // messages, and a handler may clear the list meanwhile.
+    ItemRow row;
     if (variant.textEarly) row.Text = piece;
     // Only a backslash more than one character from the end cuts the piece.
     long fromEnd = vb::InStr(vb::StrReverse(piece), "\\");
@@ -69,6 +71,7 @@ void AddLogonRow(ScanContext& form, std::string piece, const LogonVariant& varia
     row.SubItems(3) = section.path;
     row.SmallIcon = form.RowIcon(row.SubItems(1));
     row.Tag = std::string(section.tag);
+    form.ListView1.Add() = std::move(row);
 }
 
 void AddLogonValue(ScanContext& form, RegHandle key, const std::string& rawName, const LogonVariant& variant,

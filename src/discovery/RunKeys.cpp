@@ -2,6 +2,7 @@
 
 #include "catalogue/sections.h"
 #include "registry/regenum.h"
+#include "storage/filesearch.h"
 #include "vb/vb.h"
 
 namespace tessmark::discovery {
@@ -54,7 +55,7 @@ void ScanKey(ScanContext& form, const RunVariant& variant, bool currentUser, boo
         // The path column takes the raw data before the reduction rewrites it,
         // except for the enabled rows of the Run key.
         bool showReduced = enabled && variant.reducesEnabledPath;
-        if (!showReduced) Resume([&] { row.SubItems(1) = data; });
+        if (!showReduced) Resume([&] { row.SubItems(1) = storage::StripAtNull(data); });
         Resume([&] { reduced = GetExeName(data, form.folders); });
         if (showReduced) Resume([&] { row.SubItems(1) = reduced; });
         Resume([&] { row.SubItems(2) = enabled ? "Yes" : "No"; });

@@ -1,6 +1,7 @@
 #include "discovery/StartupFolders.h"
 
 #include "catalogue/sections.h"
+#include "storage/filesearch.h"
 #include "storage/modStartup.h"
 #include "vb/vb.h"
 
@@ -20,7 +21,7 @@ void AddStartupFolder(ScanContext& form, std::string_view sectionPath, bool pump
     std::vector<std::string> names;
     Resume([&] { sideFolder = form.SideFolder(); });
     Resume([&] { folder = storage::GetSpecialFolder(form.ports.shell, entry.enabled.shellFolder); });
-    Resume([&] { names = storage::DirNormalFiles(form.ports.files, folder + "\\*.*"); });
+    Resume([&] { names = storage::ShellFolderFiles(form.ports.files, folder); });
 
     for (const std::string& name : names) {
         if (pumpsMessages) Resume([&] { form.ports.ui.DoEvents(); });
@@ -29,7 +30,7 @@ void AddStartupFolder(ScanContext& form, std::string_view sectionPath, bool pump
         ItemRow& row = form.ListView1.Add();
         Resume([&] { row.SmallIcon = form.RowIcon(target, displayName); });
         // The shell's name for the target, not the shortcut's own name.
-        Resume([&] { row.Text = displayName; });
+        Resume([&] { row.Text = storage::StripAtNull(displayName); });
         Resume([&] { row.SubItems(1) = target; });
         Resume([&] { row.SubItems(2) = "Yes"; });
         Resume([&] { row.SubItems(3) = section; });

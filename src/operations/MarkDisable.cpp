@@ -24,7 +24,7 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
         // Every shortcut to the target goes, whatever it is called; its
         // arguments, working folder and icon are not kept anywhere.
         const std::string path = storage::GetSpecialFolder(form_.ports.shell, folder->enabled.shellFolder);
-        for (const std::string& file : storage::DirNormalFiles(form_.ports.files, path + "\\*.*")) {
+        for (const std::string& file : storage::ShellFolderFiles(form_.ports.files, path)) {
             if (storage::GetShortcutTarget(form_.ports.shell, path + "\\" + file) != ItemPath) continue;
             if (!form_.ports.files.Kill(path + "\\" + file)) throw vb::VbError(vb::err::kPathFileAccess);
         }

@@ -2,10 +2,11 @@
 
 #include <vector>
 
+#include "storage/filesearch.h"
+
 namespace tessmark::storage {
 
 namespace {
-
 
 // The file as lines, with the positions of one section's heading and end.
 struct Parsed {
@@ -13,12 +14,6 @@ struct Parsed {
     long heading = -1;  // index of "[section]", -1 when absent
     long end = 0;       // one past the section's last line
 };
-
-// Names end at NUL, as they do for the platform's calls.
-std::string CutAtNul(const std::string& text) {
-    std::size_t nul = text.find('\0');
-    return nul == std::string::npos ? text : text.substr(0, nul);
-}
 
 std::string Strip(const std::string& text) {
     std::size_t first = text.find_first_not_of(" \t");
@@ -87,8 +82,8 @@ std::string Join(const std::vector<std::string>& lines) {
 std::string IniFile::IniReadValue(const std::string& key, const std::string& defaultValue) {
     std::string contents;
     if (!files_.ReadWholeFile(path_, &contents)) return defaultValue;
-    Parsed parsed = Parse(contents, CutAtNul(section_));
-    long at = FindKey(parsed, CutAtNul(key));
+    Parsed parsed = Parse(contents, StripAtNull(section_));
+    long at = FindKey(parsed, StripAtNull(key));
     if (at < 0) return defaultValue;
     const std::string& line = parsed.lines[at];
     std::string value = Strip(line.substr(line.find('=') + 1));
@@ -100,15 +95,15 @@ std::string IniFile::IniReadValue(const std::string& key, const std::string& def
 void IniFile::IniWriteValue(const std::string& key, const std::string& value) {
     std::string contents;
     files_.ReadWholeFile(path_, &contents);
-    std::string section = CutAtNul(section_), name = CutAtNul(key);
+    std::string section = StripAtNull(section_), name = StripAtNull(key);
     Parsed parsed = Parse(contents, section);
-    std::string line = name + "=" + CutAtNul(value);
+    std::string line = name + "=" + StripAtNull(value);
     long at = FindKey(parsed, name);
     if (at >= 0) {
         // A replaced line keeps the key as the file spells it.
         std::string existing;
         KeyOf(parsed.lines[at], &existing);
-        parsed.lines[at] = existing + "=" + CutAtNul(value);
+        parsed.lines[at] = existing + "=" + StripAtNull(value);
     } else if (parsed.heading >= 0) {
         // After the section's last non-blank line.
         long insert = parsed.end;
@@ -125,8 +120,8 @@ void IniFile::IniWriteValue(const std::string& key, const std::string& value) {
 void IniFile::IniDeleteKey(const std::string& key) {
     std::string contents;
     if (!files_.ReadWholeFile(path_, &contents)) return;
-    Parsed parsed = Parse(contents, CutAtNul(section_));
-    long at = FindKey(parsed, CutAtNul(key));
+    Parsed parsed = Parse(contents, StripAtNull(section_));
+    long at = FindKey(parsed, StripAtNull(key));
     if (at < 0) return;
     parsed.lines.erase(parsed.lines.begin() + at);
     files_.WriteWholeFile(path_, Join(parsed.lines));
@@ -137,7 +132,7 @@ vb::Array<std::string> IniFile::IniReadSection() {
     result.ReDim(0);
     std::string contents;
     if (!files_.ReadWholeFile(path_, &contents)) return result;
-    Parsed parsed = Parse(contents, CutAtNul(section_));
+    Parsed parsed = Parse(contents, StripAtNull(section_));
     if (parsed.heading < 0) return result;
     long n = 0;
     for (long i = parsed.heading + 1; i < parsed.end; ++i) {

@@ -11,6 +11,7 @@
 
 namespace tessmark::storage {
 
+// Sections, keys and values end at their first NUL, as they do for the platform's calls.
 class IniFile {
 public:
     explicit IniFile(platform::FilesPort& files) : files_(files) {}

@@ -55,4 +55,9 @@ std::vector<std::string> DirNormalFiles(platform::FilesPort& files, const std::s
     return names;
 }
 
+std::vector<std::string> ShellFolderFiles(platform::FilesPort& files, const std::string& folder) {
+    if (folder.empty()) return {};
+    return DirNormalFiles(files, folder + "\\*.*");
+}
+
 }  // namespace tessmark::storage

@@ -33,4 +33,9 @@ inline void DragForm(platform::UiServices& ui, platform::WindowHandle form) { ui
 // in the platform's order.
 std::vector<std::string> DirNormalFiles(platform::FilesPort& files, const std::string& pattern);
 
+// The plain files of a shell folder. A folder the shell could not name comes
+// as the empty path, and "\*.*" alone would walk the current drive's root:
+// such a folder has no files.
+std::vector<std::string> ShellFolderFiles(platform::FilesPort& files, const std::string& folder);
+
 }  // namespace tessmark::storage

@@ -16,9 +16,11 @@ std::string ErrorDescription(int number) {
     switch (number) {
     case err::kInvalidCall: return "Invalid procedure call or argument";
     case err::kOverflow: return "Overflow";
+    case err::kOutOfMemory: return "Out of memory";
     case err::kSubscript: return "Subscript out of range";
     case err::kDivisionByZero: return "Division by zero";
     case err::kTypeMismatch: return "Type mismatch";
+    case err::kInternal: return "Internal error";
     case err::kBadFileName: return "Bad file name or number";
     case err::kFileNotFound: return "File not found";
     case err::kPermissionDenied: return "Permission denied";

@@ -371,6 +371,26 @@ TEST_P(RegistryConformance, EnumeratingValuesIntoFixedBuffers) {
     }
 }
 
+TEST_P(RegistryConformance, TextsBeyondAsciiKeepTheirBytesAndCountOneByteEach) {
+    std::string high;
+    for (int c = 0x80; c <= 0xFF; ++c) high += static_cast<char>(c);
+    const RegHandle key = Create("Ansi");
+    const std::string name = "Caf\xE9 \xC4\xD6\xDC";
+    Set(key, name.c_str(), reg::kSz, high + '\0');
+    EXPECT_EQ(Query(key, name.c_str()), high + '\0');
+    // 254 characters and the NUL fill the 255-byte data buffer of the enumeration; one more does not.
+    for (std::size_t length : {254u, 255u}) {
+        const RegHandle one = Create("Ansi" + std::to_string(length));
+        Set(one, name.c_str(), reg::kSz, std::string(length, '\xE9') + '\0');
+        std::string enumerated(261, ' '), data(255, '#');
+        std::uint32_t nameLength = 261, dataLength = 255, type = 0;
+        EXPECT_EQ(registry.RegEnumValueA(one, 0, enumerated.data(), &nameLength, &type, Bytes(data), &dataLength),
+                  length == 254 ? 0 : 234);
+        EXPECT_EQ(dataLength, length + 1);
+        if (length == 254) EXPECT_EQ(enumerated.substr(0, nameLength + 1), name + '\0');
+    }
+}
+
 TEST_P(RegistryConformance, EnumeratingKeysIntoFixedBuffers) {
     struct Case {
         std::size_t name;

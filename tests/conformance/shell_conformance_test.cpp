@@ -147,10 +147,26 @@ TEST_F(ShellConformance, FileInfoGivesTheShellsNameAndAnImageList) {
         for (std::uint32_t flags : {kIconFlags, kSmallIconFlags}) {
             platform::ShFileInfo info;
             info.iIcon = -77;
+            std::memset(info.displayName, 'x', sizeof info.displayName);
             EXPECT_NE(shell.SHGetFileInfoA(path.c_str(), 0, &info, flags), 0u) << path;
-            EXPECT_STREQ(info.displayName, shown) << path;
+            // The whole field is written: nothing of a longer earlier name stays behind the NUL.
+            EXPECT_EQ(std::string(info.displayName, sizeof info.displayName),
+                      std::string(shown) + std::string(sizeof info.displayName - std::strlen(shown), '\0'))
+                << path;
             EXPECT_GE(info.iIcon, 0) << path;
         }
+    }
+}
+
+// Rows whose reduced path is empty still get an icon: that of the current folder.
+TEST_F(ShellConformance, FileInfoOfTheEmptyPathIsThatOfTheCurrentFolder) {
+    const std::string current = FullPath(".");
+    for (std::uint32_t flags : {kIconFlags, kSmallIconFlags}) {
+        platform::ShFileInfo info;
+        std::strcpy(info.displayName, "previous");
+        const bool found = shell.SHGetFileInfoA("", 0, &info, flags) != 0;
+        EXPECT_EQ(std::string(found ? "found " : "not found ") + info.displayName,
+                  "found " + current.substr(current.rfind('\\') + 1));
     }
 }
 

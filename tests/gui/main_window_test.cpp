@@ -2,6 +2,7 @@
 // tree, the rows of a population, the details of the selected row, and the
 // caption's minimise button.
 #include <windows.h>
+#include <shlobj.h>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,7 @@
 #include "gui_driver.h"
 #include "machine.h"
 #include "win32/app/control_ids.h"
+#include "win32/platform/win32_disk.h"
 #include "win32/platform/win32_registry.h"
 
 namespace {
@@ -62,6 +64,16 @@ protected:
     }
 
     HWND Control(int controlId) const { return Descendant(window, controlId); }
+    // The stored bytes of an all-users Run-family value; empty when there is none.
+    std::string Stored(const std::string& key, const char* name) {
+        tessmark::platform::RegHandle handle = 0;
+        if (registry.RegOpenKeyA(reg::kLocalMachine, (kRunFamily + key).c_str(), &handle) != 0) return "";
+        char data[2048];
+        std::uint32_t size = sizeof data;
+        const bool found = registry.RegQueryValueExA(handle, name, nullptr, reinterpret_cast<std::uint8_t*>(data), &size) == 0;
+        registry.RegCloseKey(handle);
+        return found ? std::string(data, size) : "";
+    }
     // The rows of the registry sections; the Startup folders hold whatever the prefix has.
     std::vector<ListRow> RegistryRows() const {
         std::vector<ListRow> rows = ListRows(*program, Control(id::ListView1));
@@ -144,43 +156,68 @@ TEST_F(MainWindow, ClickingTheRunNodeListsOnlyTheAllUsersRunKey) {
     EXPECT_EQ(TextOf(Control(id::lblactiveitem)), "Active Item(s):      2");
 }
 
-TEST_F(MainWindow, ClearingARowsCheckBoxDisablesTheEntryAndFlipsTheRow) {
+TEST_F(MainWindow, ClearingARowsCheckBoxDisablesTheEntryAndSettingItPutsItBackByteForByte) {
     ASSERT_TRUE(program->DismissStartMessage());
     HWND list = Control(id::ListView1);
-    std::vector<ListRow> rows = ListRows(*program, list);
-    auto beta = std::find_if(rows.begin(), rows.end(), [](const ListRow& r) { return r.name == "Beta"; });
-    ASSERT_NE(beta, rows.end());
-    const int index = static_cast<int>(beta - rows.begin());
+    auto indexOf = [&](const char* name) {
+        std::vector<ListRow> rows = ListRows(*program, list);
+        return static_cast<int>(std::find_if(rows.begin(), rows.end(), [&](const ListRow& r) { return r.name == name; }) -
+                                rows.begin());
+    };
+    const int beta = indexOf("Beta"), gamma = indexOf("Gamma");
+    ASSERT_LT(gamma, static_cast<int>(ListRows(*program, list).size()));
     const std::string activeBefore = TextOf(Control(id::lblactiveitem));
 
-    ClickCheckBox(*program, list, index);
-    EXPECT_TRUE(WaitUntil([&] { return !ListRows(*program, list)[index].checked; }));
-    EXPECT_EQ(ListRows(*program, list)[index],
-              (ListRow{"Beta", "C:\\windows\\regedit.exe", "No", kAllRun, false}));
-
+    ClickCheckBox(*program, list, beta);
+    EXPECT_TRUE(WaitUntil([&] { return !ListRows(*program, list)[beta].checked; }));
+    EXPECT_EQ(ListRows(*program, list)[beta], (ListRow{"Beta", "C:\\windows\\regedit.exe", "No", kAllRun, false}));
     // The value moved into the disabled copies.
-    tessmark::platform::RegHandle handle = 0;
-    ASSERT_EQ(registry.RegOpenKeyA(reg::kLocalMachine, (std::string(kRunFamily) + "Run").c_str(), &handle), 0);
-    EXPECT_NE(registry.RegQueryValueExA(handle, "Beta", nullptr, nullptr, nullptr), 0);
-    registry.RegCloseKey(handle);
-    ASSERT_EQ(registry.RegOpenKeyA(reg::kLocalMachine, (std::string(kRunFamily) + "Run\\AutorunsDisabled").c_str(),
-                                   &handle), 0);
-    EXPECT_EQ(registry.RegQueryValueExA(handle, "Beta", nullptr, nullptr, nullptr), 0);
-    registry.RegCloseKey(handle);
+    EXPECT_EQ(Stored("Run", "Beta"), "");
+    EXPECT_EQ(Stored("Run\\AutorunsDisabled", "Beta"), std::string("C:\\windows\\regedit.exe\0", 23));
 
     // Totals count one active item fewer; the panel shows the row, now disabled.
     EXPECT_NE(TextOf(Control(id::lblactiveitem)), activeBefore);
-    EXPECT_EQ(SendMessageA(list, LVM_GETNEXTITEM, -1, LVNI_SELECTED), index);
+    EXPECT_EQ(SendMessageA(list, LVM_GETNEXTITEM, -1, LVNI_SELECTED), beta);
     EXPECT_EQ(TextOf(Control(id::LblSection)), std::string("Section: ") + kAllRun);
     EXPECT_FALSE(IsWindowVisible(Control(id::imgCheck)));
     EXPECT_TRUE(IsWindowVisible(Control(id::imgNoCheck)));
 
-    // And back: checking it again restores the live value.
-    ClickCheckBox(*program, list, index);
-    EXPECT_TRUE(WaitUntil([&] { return ListRows(*program, list)[index].checked; }));
-    ASSERT_EQ(registry.RegOpenKeyA(reg::kLocalMachine, (std::string(kRunFamily) + "Run").c_str(), &handle), 0);
-    EXPECT_EQ(registry.RegQueryValueExA(handle, "Beta", nullptr, nullptr, nullptr), 0);
-    registry.RegCloseKey(handle);
+    // And back, and the same for an entry that was disabled at start: each value
+    // is where it was, as it was.
+    ClickCheckBox(*program, list, beta);
+    EXPECT_TRUE(WaitUntil([&] { return ListRows(*program, list)[beta].checked; }));
+    ClickCheckBox(*program, list, gamma);
+    EXPECT_TRUE(WaitUntil([&] { return ListRows(*program, list)[gamma].checked; }));
+    ClickCheckBox(*program, list, gamma);
+    EXPECT_TRUE(WaitUntil([&] { return !ListRows(*program, list)[gamma].checked; }));
+    EXPECT_EQ(Stored("Run", "Beta"), std::string("C:\\windows\\regedit.exe\0", 23));
+    EXPECT_EQ(Stored("Run\\AutorunsDisabled", "Gamma"), std::string("C:\\windows\\notepad.exe\0", 23));
+    EXPECT_EQ(Stored("Run", "Gamma"), "");
+}
+
+TEST_F(MainWindow, AStartupShortcutClearedAndSetAgainComesBackNamedAfterItsRow) {
+    ASSERT_TRUE(program->DismissStartMessage());
+    char folder[MAX_PATH] = {};
+    ASSERT_EQ(SHGetFolderPathA(nullptr, CSIDL_COMMON_STARTUP, nullptr, 0, folder), S_OK);
+    const std::string dir = folder;
+    tessmark::platform::win32::Win32Disk disk;
+    ASSERT_TRUE(disk.SaveShortcut(dir + "\\Editor.lnk", "C:\\windows\\notepad.exe", "notepad.exe,0", 1));
+
+    HWND tree = Control(id::treeAuto), list = Control(id::ListView1);
+    ClickNode(*program, tree, TreeNodes(*program, tree)[2].item);  // Startup Folder / All Users
+    std::vector<ListRow> rows;
+    ASSERT_TRUE(WaitUntil([&] { return (rows = ListRows(*program, list)).size() == 1; }));
+    const std::string name = rows[0].name;
+    ClickCheckBox(*program, list, 0);
+    EXPECT_TRUE(WaitUntil([&] { return !ListRows(*program, list)[0].checked; }));
+    EXPECT_EQ(GetFileAttributesA((dir + "\\Editor.lnk").c_str()), INVALID_FILE_ATTRIBUTES);
+    ClickCheckBox(*program, list, 0);
+    EXPECT_TRUE(WaitUntil([&] { return ListRows(*program, list)[0].checked; }));
+
+    std::string target;
+    EXPECT_TRUE(disk.ShortcutTarget(dir + "\\" + name + ".lnk", &target)) << name;
+    EXPECT_EQ(target, "C:\\windows\\notepad.exe");
+    DeleteFileA((dir + "\\" + name + ".lnk").c_str());
 }
 
 TEST_F(MainWindow, CaptionMinimiseButtonSendsTheWindowToTheTaskBar) {

@@ -77,87 +77,64 @@ protected:
     }
 };
 
-TEST_F(ListInteraction, RunItemsOfBothHivesGoRoundWithoutTheirArgumentsAndComeBackNameless) {
-    const std::string line = "\"C:\\windows\\notepad.exe\" /min";
-    const struct {
-        platform::RegHandle root;
-        const char* section;
-        const char* tag;
-    } hives[] = {
-        {HKLM, "Registry\\All Users\\Run", "3"},
-        {HKCU, "Registry\\Current User\\Run", "21"},
-    };
-    const std::string live = kBase + "Run", disabled = live + "\\AutorunsDisabled";
-    std::vector<std::string> sections;
-    for (const auto& h : hives) {
-        places.Set(h.root, live, "Tool", line);
-        sections.push_back(h.section);
-    }
-    // The rows show the reduced path, and that is what they hand on.
-    auto expected = [&](const char* flag) {
-        std::vector<RowView> rows;
-        for (const auto& h : hives) rows.push_back({"Tool", kNotepad, flag, h.section, h.tag});
-        return rows;
-    };
-
-    Populate(frame::key::kMain);
-    ASSERT_EQ(Rows(sections), expected("Yes"));
-    for (const auto& h : hives) {
-        discovery::ItemRow& row = Row(h.section, "Tool");
-        ClickCheckBox(row);
-        EXPECT_EQ(row.SubItems(2), "No") << h.section;
-        EXPECT_FALSE(row.Checked) << h.section;
-        EXPECT_TRUE(row.Selected) << h.section;
-        EXPECT_EQ(places.Value(h.root, live, "Tool"), std::nullopt) << h.section;
-        EXPECT_EQ(places.Value(h.root, disabled, "Tool"), (StoredValue{kSz, kNotepad})) << h.section;
-    }
-
-    Populate(frame::key::kMain);
-    ASSERT_EQ(Rows(sections), expected("No"));
-    for (const auto& h : hives) {
-        discovery::ItemRow& row = Row(h.section, "Tool");
-        ClickCheckBox(row);
-        EXPECT_EQ(row.SubItems(2), "Yes") << h.section;
-        EXPECT_TRUE(row.Checked) << h.section;
-        EXPECT_EQ(places.Value(h.root, live, "Tool"), (StoredValue{kSz, kNotepad})) << h.section;
-        EXPECT_EQ(places.Value(h.root, disabled, "Tool"), std::nullopt) << h.section;
-    }
-
-    // A disabled row holds the whole 1024-character read of its copy, and that
-    // is what enabling writes back: too long for the enumeration's data buffer,
-    // so the next scan lists the item without its name, read as the default value.
-    Populate(frame::key::kMain);
-    for (const auto& h : hives)
-        EXPECT_EQ(Rows({h.section}), (std::vector<RowView>{{"", "File Not Found", "Yes", h.section, h.tag}}));
-}
-
-TEST_F(ListInteraction, OtherRunFamilyRowsHandOnTheWholeReadBufferWhoseCopyTheNextScanCannotName) {
+TEST_F(ListInteraction, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
+    // The Run key's enabled rows hand on the reduced path, so its value is one
+    // the reduction leaves as it is; the others hand on the data as stored.
     const std::string line = "\"C:\\windows\\notepad.exe\" /min";
     const struct {
         platform::RegHandle root;
         const char* key;
         const char* section;
+        const char* tag;
     } keys[] = {
-        {HKLM, "RunOnce", "Registry\\All Users\\RunOnce"},
-        {HKLM, "RunServices", "Registry\\All Users\\RunServices"},
-        {HKLM, "RunServiceOnce", "Registry\\All Users\\RunServicesOnce"},
-        {HKCU, "RunOnce", "Registry\\Current User\\RunOnce"},
-        {HKCU, "RunServices", "Registry\\Current User\\RunServices"},
+        {HKLM, "Run", "Registry\\All Users\\Run", "3"},
+        {HKLM, "RunOnce", "Registry\\All Users\\RunOnce", "4"},
+        {HKLM, "RunServices", "Registry\\All Users\\RunServices", "5"},
+        {HKLM, "RunServiceOnce", "Registry\\All Users\\RunServicesOnce", "6"},
+        {HKCU, "Run", "Registry\\Current User\\Run", "21"},
+        {HKCU, "RunOnce", "Registry\\Current User\\RunOnce", "22"},
+        {HKCU, "RunServices", "Registry\\Current User\\RunServices", "23"},
     };
-    for (const auto& k : keys) places.Set(k.root, kBase + k.key, "Tool", line);
+    // Nothing lists the current user's RunServiceOnce key.
+    // Four items a key: enabled or disabled at start, clicked twice with or without a refresh between.
+    const struct {
+        const char* name;
+        bool enabled, refresh;
+    } items[] = {{"On stays", true, false}, {"On refreshed", true, true},
+                 {"Off stays", false, false}, {"Off refreshed", false, true}};
+    auto data = [&](const char* key) { return std::string(key) == "Run" ? std::string(kNotepad) : line; };
+    auto place = [&](const char* key, bool enabled) { return kBase + key + (enabled ? "" : "\\AutorunsDisabled"); };
+    for (const auto& k : keys)
+        for (const auto& item : items) places.Set(k.root, place(k.key, item.enabled), item.name, data(k.key));
+
+    // Values come back at the end of their key, so the list is compared in order of its rows' texts.
+    auto sortedRows = [&] {
+        auto rows = tessmark::testing::RowViews(form.ListView1);
+        std::sort(rows.begin(), rows.end());
+        return rows;
+    };
     Populate(frame::key::kMain);
-    for (const auto& k : keys) {
-        discovery::ItemRow& row = Row(k.section, "Tool");
-        ASSERT_EQ(row.SubItems(1).size(), 1024u) << k.section;
-        ClickCheckBox(row);
-        EXPECT_EQ(places.Value(k.root, kBase + k.key, "Tool"), std::nullopt) << k.section;
-        EXPECT_EQ(places.Value(k.root, kBase + k.key + "\\AutorunsDisabled", "Tool"), (StoredValue{kSz, line}))
-            << k.section;
-    }
-    // The copies are 1024 characters long, too long for the enumeration's data
-    // buffer: the scan lists each without its name, read as the default value.
+    const auto before = sortedRows();
+    for (const auto& k : keys)
+        for (const auto& item : items) {
+            ClickCheckBox(Row(k.section, item.name));
+            if (!item.refresh) ClickCheckBox(Row(k.section, item.name));
+        }
     Populate(frame::key::kMain);
-    for (const auto& k : keys) EXPECT_EQ(Row(k.section, "").SubItems(2), "No") << k.section;
+    for (const auto& k : keys)
+        for (const auto& item : items)
+            if (item.refresh) ClickCheckBox(Row(k.section, item.name));
+
+    Populate(frame::key::kMain);
+    EXPECT_EQ(sortedRows(), before);
+    for (const auto& k : keys)
+        for (const auto& item : items) {
+            EXPECT_EQ(places.Raw(k.root, place(k.key, item.enabled), item.name),
+                      std::make_pair(kSz, data(k.key) + '\0'))
+                << k.section << " / " << item.name;
+            EXPECT_EQ(places.Raw(k.root, place(k.key, !item.enabled), item.name), std::nullopt)
+                << k.section << " / " << item.name;
+        }
 }
 
 TEST_F(ListInteraction, StartupShortcutsGoRoundThroughTheSettingsFile) {
@@ -172,36 +149,40 @@ TEST_F(ListInteraction, StartupShortcutsGoRoundThroughTheSettingsFile) {
         {platform::kCsidlStartup, frame::key::kCurrUser, "Current User\\Startup", "StartupCurrUser", "2"},
     };
     storage::IniFile ini(machine->Files());
-    for (const auto& f : folders) {
-        places.Shortcut(f.csidl, "Editor.lnk", kNotepad);
-        places.Shortcut(f.csidl, "Editor again.lnk", kNotepad);
-        Populate(f.node);
-        auto enabled = Rows({f.section});
-        ASSERT_EQ(enabled.size(), 2u) << f.section;
-        // The row shows the shell's name for the target, not the shortcut's.
-        const std::string name = enabled[0].text;
-        EXPECT_EQ(enabled[0], (RowView{name, kNotepad, "Yes", f.section, f.tag}));
-
-        ClickCheckBox(Row(f.section, name));
-        EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{}) << "both shortcuts to the target go";
+    auto iniValue = [&](const char* section, const std::string& name) {
         ini.IniFilePath(places.SettingsFile());
-        ini.IniSection(f.settingsSection);
-        EXPECT_EQ(ini.IniReadValue(name), kNotepad);
+        ini.IniSection(section);
+        return ini.IniReadValue(name);
+    };
+    for (const auto& f : folders)
+        for (bool refresh : {true, false}) {
+            places.Shortcut(f.csidl, "Editor.lnk", kNotepad);
+            places.Shortcut(f.csidl, "Editor again.lnk", kNotepad);
+            Populate(f.node);
+            auto enabled = Rows({f.section});
+            ASSERT_EQ(enabled.size(), 2u) << f.section;
+            // The row shows the shell's name for the target, not the shortcut's.
+            const std::string name = enabled[0].text;
+            EXPECT_EQ(enabled[0], (RowView{name, kNotepad, "Yes", f.section, f.tag}));
 
-        Populate(f.node);
-        EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "No", f.section, f.tag}}));
-        ClickCheckBox(Row(f.section, name));
-        // One shortcut comes back, named after the row.
-        EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{name + ".lnk"});
-        EXPECT_EQ(places.Target(f.csidl, name + ".lnk"), kNotepad);
-        ini.IniFilePath(places.SettingsFile());
-        ini.IniSection(f.settingsSection);
-        EXPECT_EQ(ini.IniReadValue(name), "");
+            ClickCheckBox(Row(f.section, name));
+            EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{}) << "both shortcuts to the target go";
+            EXPECT_EQ(iniValue(f.settingsSection, name), kNotepad);
 
-        Populate(f.node);
-        EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "Yes", f.section, f.tag}}));
-        places.RemoveNewFolderFiles();
-    }
+            if (refresh) {
+                Populate(f.node);
+                EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "No", f.section, f.tag}}));
+            }
+            ClickCheckBox(Row(f.section, name));
+            // One shortcut comes back, named after the row.
+            EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{name + ".lnk"}) << f.section << refresh;
+            EXPECT_EQ(places.Target(f.csidl, name + ".lnk"), kNotepad);
+            EXPECT_EQ(iniValue(f.settingsSection, name), "");
+
+            Populate(f.node);
+            EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "Yes", f.section, f.tag}}));
+            places.RemoveNewFolderFiles();
+        }
 }
 
 TEST_F(ListInteraction, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAlong) {

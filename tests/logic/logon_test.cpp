@@ -117,6 +117,16 @@ TEST_F(Logon, EnabledRowsPumpMessagesAndThePointerShowsTheHourglassUnlessTheTime
     EXPECT_EQ(ui.mousePointers, std::vector<int>{platform::kMousePointerDefault});
 }
 
+TEST_F(Logon, AHandlerThatClearsTheListWhileTheSearchPumpsLeavesTheRowsAddedAfterIt) {
+    Touch(P + "\\b.exe");
+    SetString(HKLM, key, "Userinit", "a.exe,b.exe");
+    machine->Ui().onDoEvents = [&] { list.Clear(); };
+    discovery::AddLogon(form, key, 2);
+    machine->Ui().onDoEvents = nullptr;
+    ASSERT_EQ(list.Count(), 1);
+    EXPECT_EQ(list(1).SubItems(1), P + "\\b.exe");
+}
+
 TEST_F(Logon, AddLogonFolderAppendsAProgramWithTheValuesSeparator) {
     struct Case {
         const char* name;  // the value seeded, when `before` is given

@@ -61,12 +61,11 @@ TEST_F(RunKeys, EachScannerListsItsKeyThenItsDisabledSubkey) {
     }
 }
 
-TEST_F(RunKeys, RawPathsKeepTheWholeReadBuffer) {
+TEST_F(RunKeys, PathsEndAtTheirFirstNulWhileNamesKeepTheirs) {
     Seed(HKLM, "RunOnce", "Once", "C:\\once.exe");
     discovery::AddRunOnce(form, false);
     ASSERT_EQ(list.Count(), 1);
-    // The unreduced data is the 1024-character read, NULs included.
-    EXPECT_EQ(list(1).SubItems(1).size(), 1024u);
+    EXPECT_EQ(list(1).SubItems(1), "C:\\once.exe");
     EXPECT_EQ(list(1).Text, std::string("Once\0", 5));
 }
 
@@ -160,19 +159,24 @@ TEST_F(RunKeys, MissingKeysGiveNoRows) {
 TEST_F(RunKeys, RefreshMarksUnreachableFilesAndCountsActiveRows) {
     Seed(HKLM, "Run", "Gone", "C:\\nowhere\\gone.exe");
     Seed(HKLM, "Run\\AutorunsDisabled", "Off", "C:\\nowhere\\off.exe");
+    // The trimmed name no longer finds the data: the row has no path.
+    Touch(scratch + "\\blank.exe");
+    Seed(HKLM, "RunOnce", " Blank", scratch + "\\blank.exe");
     discovery::AddRun(form, false);
+    discovery::AddRunOnce(form, false);
     std::string total, active;
     int clicks = 0;
     discovery::refreshCheckBox(list, total, active, [&] { ++clicks; });
     EXPECT_EQ(Rows(), (std::vector<RowView>{{"Gone", "File Not Found", "Yes", "Registry\\All Users\\Run", "3"},
-                                             {"Off", "File Not Found", "No", "Registry\\All Users\\Run", "3"}}));
+                                             {"Off", "File Not Found", "No", "Registry\\All Users\\Run", "3"},
+                                             {"Blank", "File Not Found", "Yes", "Registry\\All Users\\RunOnce", "4"}}));
     EXPECT_TRUE(list(1).Checked);
     EXPECT_FALSE(list(2).Checked);
     EXPECT_EQ(list(1).SmallIcon, 1);
     EXPECT_TRUE(list(1).Selected);
     EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(total, "Total  Item(s) :      2");
-    EXPECT_EQ(active, "Active Item(s):      1");
+    EXPECT_EQ(total, "Total  Item(s) :      3");
+    EXPECT_EQ(active, "Active Item(s):      2");
 }
 
 }  // namespace

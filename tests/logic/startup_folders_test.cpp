@@ -76,8 +76,8 @@ TEST_F(StartupFolders, EachFolderListsItsShortcutsThenItsSettingsLines) {
         // The shell's name for the target, not the shortcut's own name.
         const RowView enabled{"tool.exe", tool, "Yes", c.disabled.section, c.disabled.tag};
         EXPECT_EQ(Rows(), (std::vector<RowView>{enabled, enabled, c.disabled})) << c.disabled.section;
-        // The row holds the shell record's whole name field.
-        EXPECT_EQ(list(1).Text.size(), 260u);
+        // The row holds the name without the NULs that pad the shell record's field.
+        EXPECT_EQ(list(1).Text, "tool.exe");
         EXPECT_NE(list(1).SmallIcon, list(2).SmallIcon) << "icons are never shared";
         EXPECT_EQ(machine->Ui().doEvents, c.pumps) << c.disabled.section;
     }

@@ -85,6 +85,14 @@ TEST_F(Storage, ShortcutTargetsAndSpecialFolders) {
         EXPECT_FALSE(path.empty()) << folder;
         EXPECT_TRUE(files.FolderExists(path)) << path;
     }
+    // The empty path of a folder the shell could not name has no files, though the drive's root has.
+    auto names = storage::ShellFolderFiles(files, scratch);
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"app.exe", "app.lnk", "notes.txt"}));
+    const std::string rootFile = "C:\\tessmark-root.txt";
+    Touch(rootFile);
+    EXPECT_EQ(storage::ShellFolderFiles(files, ""), std::vector<std::string>{});
+    files.Kill(rootFile);
 }
 
 struct Settings : Storage {
@@ -126,6 +134,46 @@ TEST_F(Settings, WritesReplaceReadAndDeleteLinesOfOneSection) {
     ini.IniDeleteKey("Tool");
     EXPECT_EQ(Section("StartupAllUser"), (std::vector<std::string>{"Other=C:\\o=x.exe", ""}));
     EXPECT_EQ(Section("StartupCurrUser"), (std::vector<std::string>{"Tool=C:\\cu.exe", ""}));
+}
+
+// The settings file follows the platform's private-profile calls, which read
+// the same files on the Wine tier.
+TEST_F(Settings, ReadsAndWritesAgreeWithThePlatformsProfileCalls) {
+    const struct {
+        const char* contents;  // nullptr: no file
+        const char* section;
+        const char* key;
+        const char* value;
+    } reads[] = {
+        {"[S]\r\nkey = value \r\n", "S", "key", "value"},
+        {"[ S ]\r\nKEY=v\r\n", "s", "key", "v"},
+        {"[S]\r\n;key=hidden\r\n", "S", ";key", "hidden"},
+        {"[S]\r\nkey=\"quoted\"\r\n", "S", "key", "quoted"},
+        {"[S]\r\nkey=a\r\nkey=b\r\n", "S", "key", "a"},
+        {"[S]\r\nkey\r\n", "S", "key", ""},
+        {"[T]\r\nkey=v\r\n", "S", "key", ""},
+        {nullptr, "S", "key", ""},
+    };
+    for (const auto& r : reads) {
+        files.Kill(path);
+        if (r.contents) ASSERT_TRUE(files.WriteWholeFile(path, r.contents));
+        Use(r.section);
+        const std::string label = r.contents ? r.contents : "(no file)";
+        EXPECT_EQ(ini.IniReadValue(r.key), r.value) << label;
+        if (auto platform = machine->ProfileRead(path, r.section, r.key)) EXPECT_EQ(*platform, r.value) << label;
+    }
+    // What one side writes, the other reads.
+    for (const char* contents : {"[S]\r\nkey = old\r\n", "[T]\r\nx=y\r\n", static_cast<const char*>(nullptr)}) {
+        const std::string label = contents ? contents : "(no file)";
+        files.Kill(path);
+        if (contents) ASSERT_TRUE(files.WriteWholeFile(path, contents));
+        Use("S");
+        ini.IniWriteValue("Key", "C:\\new.exe");
+        if (auto platform = machine->ProfileRead(path, "S", "key")) EXPECT_EQ(*platform, "C:\\new.exe") << label;
+        machine->ProfileWrite(path, "s", "other", "C:\\other.exe");
+        if (machine->IsReal()) EXPECT_EQ(ini.IniReadValue("OTHER"), "C:\\other.exe") << label;
+        EXPECT_EQ(ini.IniReadValue("key"), "C:\\new.exe") << label;
+    }
 }
 
 }  // namespace

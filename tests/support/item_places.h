@@ -85,6 +85,18 @@ public:
         std::memcpy(&number, raw->second.data(), 4);
         return number;
     }
+    // The stored type and every stored byte.
+    std::optional<std::pair<std::uint32_t, std::string>> Raw(platform::RegHandle root, const std::string& key,
+                                                             const std::string& name) {
+        platform::RegHandle handle = 0;
+        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kRead, &handle) != 0) return std::nullopt;
+        std::uint8_t data[4096];
+        std::uint32_t size = sizeof data, type = 0;
+        const auto rc = registry_.RegQueryValueExA(handle, name.c_str(), &type, data, &size);
+        registry_.RegCloseKey(handle);
+        if (rc != 0) return std::nullopt;
+        return std::make_pair(type, std::string(reinterpret_cast<const char*>(data), size));
+    }
     bool KeyExists(platform::RegHandle root, const std::string& key) {
         platform::RegHandle handle = 0;
         if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kRead, &handle) != 0) return false;
@@ -154,17 +166,6 @@ private:
         DeleteTree(registry_, HKLM, std::string(kBhoBase) + "AutorunsDisabled");
     }
 
-    std::optional<std::pair<std::uint32_t, std::string>> Raw(platform::RegHandle root, const std::string& key,
-                                                             const std::string& name) {
-        platform::RegHandle handle = 0;
-        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kRead, &handle) != 0) return std::nullopt;
-        std::uint8_t data[4096];
-        std::uint32_t size = sizeof data, type = 0;
-        const auto rc = registry_.RegQueryValueExA(handle, name.c_str(), &type, data, &size);
-        registry_.RegCloseKey(handle);
-        if (rc != 0) return std::nullopt;
-        return std::make_pair(type, std::string(reinterpret_cast<const char*>(data), size));
-    }
     void Put(platform::RegHandle root, const std::string& key, const std::string& name, std::uint32_t type,
              const std::string& bytes) {
         platform::RegHandle handle = 0;

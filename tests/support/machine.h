@@ -3,6 +3,7 @@
 // prefix for the Wine tier. Suites written against TestMachine run on both.
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/memory/recording_ui.h"
@@ -33,6 +34,12 @@ public:
     virtual void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) = 0;
     // A program file that carries the version resource of version_fixture.h.
     virtual std::string VersionedFile() = 0;
+    // The platform's own private-profile calls, where there is a platform:
+    // GetPrivateProfileStringA with the empty default, and WritePrivateProfileStringA.
+    virtual std::optional<std::string> ProfileRead(const std::string&, const std::string&, const std::string&) {
+        return std::nullopt;
+    }
+    virtual void ProfileWrite(const std::string&, const std::string&, const std::string&, const std::string&) {}
 
 private:
     platform::memory::RecordingUi ui_;

@@ -1,6 +1,8 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include <windows.h>
+
 #include "machine.h"
 #include "win32/platform/win32_disk.h"
 #include "win32/platform/win32_process.h"
@@ -45,6 +47,17 @@ public:
         std::filesystem::create_directories("C:\\Program Files\\Tessmark Test", ignored);
         std::filesystem::copy_file(_pgmptr, copy, std::filesystem::copy_options::skip_existing, ignored);
         return copy;
+    }
+
+    std::optional<std::string> ProfileRead(const std::string& file, const std::string& section,
+                                           const std::string& key) override {
+        char value[1024] = {};
+        GetPrivateProfileStringA(section.c_str(), key.c_str(), "", value, sizeof value, file.c_str());
+        return std::string(value);
+    }
+    void ProfileWrite(const std::string& file, const std::string& section, const std::string& key,
+                      const std::string& value) override {
+        WritePrivateProfileStringA(section.c_str(), key.c_str(), value.c_str(), file.c_str());
     }
 
 private:

@@ -14,7 +14,7 @@ namespace tessmark::testing {
 
 struct RowView {
     std::string text, path, flag, section, tag;
-    bool operator==(const RowView&) const = default;
+    auto operator<=>(const RowView&) const = default;
 };
 
 inline void PrintTo(const RowView& row, std::ostream* out) {

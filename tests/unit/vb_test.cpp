@@ -1,6 +1,8 @@
 // The run-time semantics the logic is written in.
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "platform/memory/recording_ui.h"
 #include "vb/toplevel.h"
 #include "vb/vb.h"
@@ -141,19 +143,29 @@ TEST(VbErrors, ResumeSkipsOnlyTheFailingStatement) {
     EXPECT_THROW(Resume([] { throw std::logic_error("not a run-time error"); }), std::logic_error);
 }
 
-TEST(VbErrors, TopLevelHandlerShowsTheMessageAndEnds) {
-    tessmark::platform::memory::RecordingUi ui;
-    bool ended = false;
-    try {
-        RunEvent(ui, [] { throw VbError(err::kSubscript); });
-    } catch (const tessmark::platform::memory::ProcessEnded& end) {
-        ended = true;
-        EXPECT_EQ(end.exitCode, err::kSubscript);
+TEST(VbErrors, TopLevelHandlerShowsTheMessageAndEndsWhateverWasThrown) {
+    const struct {
+        std::function<void()> fail;
+        int number;
+        const char* prompt;
+    } cases[] = {
+        {[] { throw VbError(err::kSubscript); }, 9, "Run-time error '9':\r\n\r\nSubscript out of range"},
+        {[] { throw std::bad_alloc(); }, 7, "Run-time error '7':\r\n\r\nOut of memory"},
+        {[] { throw std::logic_error("x"); }, 51, "Run-time error '51':\r\n\r\nInternal error"},
+    };
+    for (const auto& c : cases) {
+        tessmark::platform::memory::RecordingUi ui;
+        int ended = -1;
+        try {
+            RunEvent(ui, c.fail);
+        } catch (const tessmark::platform::memory::ProcessEnded& end) {
+            ended = end.exitCode;
+        }
+        EXPECT_EQ(ended, c.number);
+        ASSERT_EQ(ui.messageBoxes.size(), 1u);
+        EXPECT_EQ(ui.messageBoxes[0].prompt, c.prompt);
+        EXPECT_EQ(ui.messageBoxes[0].style, 16);
     }
-    ASSERT_TRUE(ended);
-    ASSERT_EQ(ui.messageBoxes.size(), 1u);
-    EXPECT_EQ(ui.messageBoxes[0].prompt, "Run-time error '9':\r\n\r\nSubscript out of range");
-    EXPECT_EQ(ui.messageBoxes[0].style, 16);
 }
 
 }  // namespace

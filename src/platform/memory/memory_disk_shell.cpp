@@ -2,6 +2,7 @@
 // information and version resources.
 #include <charconv>
 #include <cstdlib>
+#include <cstring>
 
 #include "platform/memory/memory_disk.h"
 
@@ -145,7 +146,9 @@ std::uintptr_t MemoryDisk::SHGetFileInfoA(const char* path, std::uint32_t, ShFil
     const Node* node = Lookup(text.empty() ? currentFolder_ : text);
     if (!node) return 0;
 
+    // A call that succeeds writes whole fields: nothing of an earlier name stays behind the NUL.
     if (flags & kShgfiDisplayName) {
+        std::memset(info->displayName, 0, sizeof info->displayName);
         std::string shown = node->name;
         if (node == drive_.get())
             shown = " (C:)";
@@ -153,7 +156,10 @@ std::uintptr_t MemoryDisk::SHGetFileInfoA(const char* path, std::uint32_t, ShFil
             shown.resize(shown.size() - 4);
         CopyToField(shown, info->displayName, sizeof info->displayName);
     }
-    if (flags & kShgfiTypeName) CopyToField(TypeName(node->name, node->folder), info->typeName, sizeof info->typeName);
+    if (flags & kShgfiTypeName) {
+        std::memset(info->typeName, 0, sizeof info->typeName);
+        CopyToField(TypeName(node->name, node->folder), info->typeName, sizeof info->typeName);
+    }
     if (!(flags & kShgfiSysIconIndex)) return 1;
     info->iIcon = node == drive_.get() ? kDriveIcon : node->folder ? kFolderIcon : kFileIcon;
     return (flags & kShgfiSmallIcon) ? kSmallImageList : kLargeImageList;

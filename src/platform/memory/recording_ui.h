@@ -2,6 +2,7 @@
 // UI services that record what they were asked to do and answer message boxes
 // from a queue. EndProcess throws ProcessEnded so a test can see the end.
 #include <deque>
+#include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -31,6 +32,7 @@ public:
     std::vector<std::string> log;
     std::vector<int> mousePointers;
     int doEvents = 0;
+    std::function<void()> onDoEvents;  // a handler that runs inside the pump
     int beeps = 0;
     int trayRemovals = 0;
     int aboutBoxes = 0;
@@ -44,7 +46,10 @@ public:
     std::vector<WindowHandle> foregrounded;
 
     int MsgBox(const std::string& prompt, int style, const std::string& title) override;
-    void DoEvents() override { ++doEvents; }
+    void DoEvents() override {
+        ++doEvents;
+        if (onDoEvents) onDoEvents();
+    }
     void SetMousePointer(int pointer) override { mousePointers.push_back(pointer); }
     int MousePointer() const override { return mousePointers.empty() ? kMousePointerDefault : mousePointers.back(); }
     void Beep() override { ++beeps; }
