@@ -35,7 +35,6 @@ protected:
         form.view = &view;
         for (const auto& node : frame::kMainTree)
             form.treeAuto.Nodes.push_back({std::string(node.key), "", std::string(node.parent), 0, true});
-        form.treeAuto.Nodes.push_back({"runcurr", "", "", 0, true});
         tessmark::testing::DeleteTree(machine->Registry(), HKLM, kBase + "RunOnceEx");
     }
     void TearDown() override { tessmark::testing::DeleteTree(machine->Registry(), HKLM, kBase + "RunOnceEx"); }
@@ -65,7 +64,6 @@ TEST_F(Dialogs, MoveWritesTheTargetOfItsTableAndKeepsTheSource) {
     };
     const Case cases[] = {
         {"runexall", "runoncecurr", HKCU, "RunOnce", "an ordinary target"},
-        {"runcurr", "runexall", HKLM, "Run", "a source that only the dispatch knows"},
         {"runexall", "runserviceall", HKLM, "RunOnceEx", "Run Services of all users writes RunOnceEx"},
         {"runexall", "runservicecurr", HKCU, nullptr, "the table's spelling reaches no node"},
         {"runexall", "main", HKCU, nullptr, "All Items is no target"},
@@ -73,7 +71,7 @@ TEST_F(Dialogs, MoveWritesTheTargetOfItsTableAndKeepsTheSource) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.note);
-        places.Set(c.source == "runcurr" ? HKCU : HKLM, kBase + "Run", "Tool", kNotepad);
+        places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
         Show(c.source);
         form.Tag.clear();
         view.move = [&](forms::FrmMove& dialog) {
@@ -88,7 +86,7 @@ TEST_F(Dialogs, MoveWritesTheTargetOfItsTableAndKeepsTheSource) {
         EXPECT_TRUE(boxes.empty());
         for (auto root : {HKLM, HKCU})
             for (const char* key : {"Run", "RunOnce", "RunOnceEx", "RunServices", "RunServiceOnce"}) {
-                const bool source = std::string(key) == "Run" && root == (c.source == "runcurr" ? HKCU : HKLM);
+                const bool source = std::string(key) == "Run" && root == HKLM;
                 const bool target = c.key != nullptr && root == c.root && std::string(key) == c.key;
                 EXPECT_EQ(places.Value(root, kBase + key, "Tool").has_value(), source || target) << key;
             }
@@ -175,24 +173,19 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
     EXPECT_THROW(form.mnuProp_Click(), vb::VbError);
 }
 
-TEST_F(Dialogs, BrowsingOpensOnTheProgramAndNamesItOnlyInTheFolderSections) {
+TEST_F(Dialogs, BrowsingOpensOnTheProgramAndNamesItInAFolderSection) {
     AddRow("All Users\\Startup", 1L);
+    form.treeAuto.Select("allUsers");
     forms::FrmEdit dialog(form);
-    dialog.txtName.Text = "Tool";
     dialog.txtPath.Text = "\"C:\\windows\\notepad.exe\" /a";
-    dialog.cmdChange_Click();  // cancelled
+    dialog.cmdChange_Click();  // cancelled: nothing changes
     EXPECT_EQ(dialog.txtPath.Text, "\"C:\\windows\\notepad.exe\" /a");
-
-    auto& chosen = machine->Ui().openChoices;
-    for (std::string_view node : {"runexall", "allUsers"}) {
-        form.treeAuto.Select(std::string(node));
-        chosen.push_back("C:\\tools\\" + std::string(node) + ".exe");
-        dialog.cmdChange_Click();
-    }
+    machine->Ui().openChoices.push_back("C:\\tools\\picked.exe");
+    dialog.cmdChange_Click();
     EXPECT_EQ(machine->Ui().openDialogs.front(),
               (std::pair<std::string, std::string>{"Executable Files(*.Exe)|*.exe|", kNotepad}));
-    EXPECT_EQ(dialog.txtPath.Text, "C:\\tools\\allUsers.exe");
-    EXPECT_EQ(dialog.txtName.Text, "allUsers.exe");
+    EXPECT_EQ(dialog.txtPath.Text, "C:\\tools\\picked.exe");
+    EXPECT_EQ(dialog.txtName.Text, "picked.exe");
 }
 
 TEST_F(Dialogs, MenusHoldTheirEntriesInOrderAndOnlyHandledOnesAct) {
@@ -221,7 +214,7 @@ TEST_F(Dialogs, MenusHoldTheirEntriesInOrderAndOnlyHandledOnesAct) {
     EXPECT_EQ(form.ListView1.Count(), 1);
 }
 
-TEST_F(Dialogs, TrayMessagesComeAsTheXCoordinateAndShowHideActsOnlyWhenChecked) {
+TEST_F(Dialogs, TrayMessagesComeAsTheXCoordinateShowHideActsOnlyWhenCheckedExitKeepsTheInstance) {
     form.treeAuto.Select("runexall");
     int rightUps = 0;
     view.choose = [&](const forms::Menu& menu) {
@@ -241,18 +234,13 @@ TEST_F(Dialogs, TrayMessagesComeAsTheXCoordinateAndShowHideActsOnlyWhenChecked) 
     form.FrmMenu.mnutrayshowhide_Click();
     EXPECT_FALSE(form.FrmMenu.mnutrayshowhide.Checked);
     EXPECT_EQ(view.shows, 2);
-    EXPECT_EQ(machine->Ui().trayRemovals, 2);
-}
 
-TEST_F(Dialogs, ExitFromTheTrayEndsWithoutReleasingTheInstance) {
+    // The tray's Exit ends without unloading, so the instance stays taken.
     int released = 0;
     form.ReleaseSingleInstance = [&] { ++released; };
     EXPECT_THROW(form.FrmMenu.mnutrayexit_Click(), ProcessEnded);
     EXPECT_EQ(released, 0);
-    EXPECT_EQ(machine->Ui().trayRemovals, 1);
-    EXPECT_THROW(form.BtnClose_Click(), ProcessEnded);
-    EXPECT_EQ(released, 1);
-    EXPECT_EQ(machine->Ui().trayRemovals, 2);
+    EXPECT_EQ(machine->Ui().trayRemovals, 3);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "win32/app/control_ids.h"
 #include "win32/app/controls.h"
 #include "win32/app/icons.h"
+#include "win32/app/view_proc.h"
 
 namespace tessmark::app {
 
@@ -41,7 +42,7 @@ DialogWindow::DialogWindow(HWND owner, forms::SkinnedDialog& model, platform::Ui
     WNDCLASSA existing = {};
     if (!GetClassInfoA(instance, id::kDialogClass, &existing)) {
         WNDCLASSA cls = {};
-        cls.lpfnWndProc = Proc;
+        cls.lpfnWndProc = ViewProc<DialogWindow>;
         cls.hInstance = instance;
         cls.hCursor = LoadCursor(nullptr, IDC_ARROW);
         cls.lpszClassName = id::kDialogClass;
@@ -105,17 +106,6 @@ void DialogWindow::RunModal() {
     EnableWindow(owner_, TRUE);
     ShowWindow(window_, SW_HIDE);
     ready_ = false;
-}
-
-LRESULT CALLBACK DialogWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* view = static_cast<DialogWindow*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-        view->window_ = window;
-        SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(view));
-    }
-    auto* view = reinterpret_cast<DialogWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (view == nullptr || !view->ready_) return DefWindowProcA(window, message, wParam, lParam);
-    return view->Handle(message, wParam, lParam);
 }
 
 LRESULT DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

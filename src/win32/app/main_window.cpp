@@ -8,6 +8,7 @@
 #include "win32/app/controls.h"
 #include "win32/app/dialog_windows.h"
 #include "win32/app/icons.h"
+#include "win32/app/view_proc.h"
 
 namespace tessmark::app {
 
@@ -55,7 +56,7 @@ MainWindow::MainWindow(HINSTANCE instance, frame::FrmMain2& form, platform::UiSe
 
     WNDCLASSEXA cls = {};
     cls.cbSize = sizeof cls;
-    cls.lpfnWndProc = Proc;
+    cls.lpfnWndProc = ViewProc<MainWindow>;
     cls.hInstance = instance;
     cls.hIcon = LoadIconA(instance, MAKEINTRESOURCEA(kProgramIcon));
     cls.hIconSm = smallIcon_.get();
@@ -177,18 +178,6 @@ void MainWindow::Picture3_Resize() {
 }
 
 void MainWindow::Paint(HDC dc) { PaintSkin(window_, dc, smallIcon_.get(), captionFont_.get(), form_.Caption); }
-
-LRESULT CALLBACK MainWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* view = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-        view->window_ = window;
-        SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(view));
-    }
-    auto* view = reinterpret_cast<MainWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    // Until the controls exist, the window is only being made.
-    if (view == nullptr || !view->ready_) return DefWindowProcA(window, message, wParam, lParam);
-    return view->Handle(message, wParam, lParam);
-}
 
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {

@@ -44,7 +44,8 @@ private:
         void (frame::FrmMain2::*up)(int);
     };
 
-    static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    template <class View>
+    friend LRESULT CALLBACK ViewProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Notify(NMHDR& header);
     void CreateControls();
