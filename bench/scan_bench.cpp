@@ -2,6 +2,11 @@
 // each beside its floor: the platform calls it rests on, made in a bare loop
 // that builds no rows. The memory adapters natively, the real ones on Windows.
 #ifdef _WIN32
+#include <windows.h>
+
+#include <algorithm>
+#include <thread>
+
 #include "harness.h"
 #include "win32/platform/win32_ui.h"
 #else
@@ -261,31 +266,86 @@ void SearchTree(State& state) {
     state.SetItemsProcessed(state.iterations() * kTreeFiles);
 }
 
-long Walk(platform::FilesPort& files, const std::string& folder) {
+// The platform calls of the search, in its order, with nothing else: each
+// folder walked whole with an attribute query per entry, then walked for the
+// pattern; then each subfolder.
+long Walk(platform::FilesPort& files, const std::string& folder, const std::string& pattern) {
     long count = 0;
     std::vector<std::string> subfolders;
     platform::FindData data;
-    storage::FindWalk walk(files, folder + "\\*", data);
-    if (!walk.Started()) return 0;
-    do {
-        const std::string name = data.fileName;
-        if (name == "." || name == "..") continue;
-        if (data.attributes & platform::kAttrDirectory) subfolders.push_back(name);
-        else ++count;
-    } while (walk.Next(data));
-    for (const std::string& subfolder : subfolders) count += Walk(files, folder + "\\" + subfolder);
+    if (storage::FindWalk walk(files, folder + "\\*", data); walk.Started()) {
+        do {
+            const std::string name = data.fileName;
+            if (name == "." || name == "..") continue;
+            if (files.GetFileAttributesA((folder + "\\" + name).c_str()) & platform::kAttrDirectory)
+                subfolders.push_back(name);
+        } while (walk.Next(data));
+    }
+    if (storage::FindWalk walk(files, folder + "\\" + pattern, data); walk.Started()) {
+        do ++count;
+        while (walk.Next(data));
+    }
+    for (const std::string& subfolder : subfolders) count += Walk(files, folder + "\\" + subfolder, pattern);
     return count;
 }
 
-// One walk of every folder, going down by the attributes the walk returns.
 void FloorSearchTree(State& state) {
     World& world = World::Get();
     world.SeedTree();
-    long files = 0;
-    for (auto _ : state) files = Walk(world.files, world.tree);
-    Check(files == kTreeFiles + 1, "the walk saw " + std::to_string(files) + " files");
+    long found = 0;
+    for (auto _ : state) found = Walk(world.files, world.tree, "needle.exe");
+    Check(found == 1, "the walk found " + std::to_string(found) + " files");
     state.SetItemsProcessed(state.iterations() * kTreeFiles);
 }
+
+#ifdef _WIN32
+// How long a message posted during the search waits before it is handled: a
+// second thread posts one every 20 ms to a window of this thread while the
+// search runs, and the window notes the wait of each.
+std::vector<double> latencies;
+LARGE_INTEGER frequency;
+
+LRESULT CALLBACK LatencyProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != WM_APP) return DefWindowProcA(window, message, wParam, lParam);
+    LARGE_INTEGER now;
+    QueryPerformanceCounter(&now);
+    latencies.push_back(1000.0 * static_cast<double>(now.QuadPart - static_cast<LONGLONG>(lParam)) /
+                        static_cast<double>(frequency.QuadPart));
+    return 0;
+}
+
+void InputLatencyDuringSearch(State& state) {
+    World& world = World::Get();
+    world.SeedTree();
+    QueryPerformanceFrequency(&frequency);
+    WNDCLASSA windowClass{};
+    windowClass.lpfnWndProc = LatencyProc;
+    windowClass.lpszClassName = "TessmarkLatency";
+    RegisterClassA(&windowClass);
+    HWND window = CreateWindowA("TessmarkLatency", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    latencies.clear();
+    for (auto _ : state) {
+        volatile bool searching = true;
+        std::thread poster([&] {
+            while (searching) {
+                Sleep(20);
+                LARGE_INTEGER now;
+                QueryPerformanceCounter(&now);
+                PostMessageA(window, WM_APP, 0, static_cast<LPARAM>(now.QuadPart));
+            }
+        });
+        storage::FindFiles(world.files, world.ui, world.tree, "needle.exe", 1);
+        searching = false;
+        poster.join();
+        world.ui.DoEvents();
+    }
+    DestroyWindow(window);
+    std::sort(latencies.begin(), latencies.end());
+    Check(!latencies.empty(), "no message was handled during the search");
+    std::printf("InputLatencyDuringSearch: %zu messages, median %.1f ms, max %.1f ms\n", latencies.size(),
+                latencies[latencies.size() / 2], latencies.back());
+}
+#endif
 
 }  // namespace
 
@@ -299,5 +359,8 @@ SCAN_BENCHMARK(PopulateStartupShortcuts);
 SCAN_BENCHMARK(FloorStartupShortcuts);
 SCAN_BENCHMARK(SearchTree);
 SCAN_BENCHMARK(FloorSearchTree);
+#ifdef _WIN32
+BENCHMARK(InputLatencyDuringSearch)->Unit(benchmark::kMillisecond)->Repetitions(1);
+#endif
 
 BENCHMARK_MAIN();

@@ -12,7 +12,7 @@
 
 namespace tessmark::vb {
 
-[[noreturn]] inline void EndWithError(platform::UiServices& ui, int number) {
+inline void EndWithError(platform::UiServices& ui, int number) {
     ui.MsgBox(RuntimeErrorMessage(number), platform::kMbCritical, "");
     ui.EndProcess(number);
 }

@@ -8,6 +8,24 @@
 
 namespace tessmark::platform::win32 {
 
+namespace {
+
+// A string of the program's own version resource; empty when it has none.
+std::string OwnVersionString(const char* name) {
+    char path[MAX_PATH] = {};
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    DWORD unused = 0;
+    std::vector<char> block(::GetFileVersionInfoSizeA(path, &unused));
+    if (block.empty() || !::GetFileVersionInfoA(path, 0, static_cast<DWORD>(block.size()), block.data())) return "";
+    char* text = nullptr;
+    UINT length = 0;
+    const std::string key = std::string("\\StringFileInfo\\040904B0\\") + name;
+    if (!::VerQueryValueA(block.data(), key.c_str(), reinterpret_cast<void**>(&text), &length) || length == 0) return "";
+    return text;
+}
+
+}  // namespace
+
 int Win32Ui::MsgBox(const std::string& prompt, int style, const std::string& title) {
     HWND owner = GetActiveWindow();
     return ::MessageBoxA(owner, prompt.c_str(), (title.empty() ? appTitle_ : title).c_str(),
@@ -15,6 +33,13 @@ int Win32Ui::MsgBox(const std::string& prompt, int style, const std::string& tit
 }
 
 void Win32Ui::DoEvents() {
+    // Each pass is a round trip to the window system, far dearer than a step of
+    // the file search that calls it at every entry. Within a few milliseconds
+    // of the last pass nothing waits that a user could tell from no delay.
+    const ULONGLONG now = ::GetTickCount64();
+    if (pumped_ && now - lastPass_ < kPassInterval) return;
+    pumped_ = true;
+    lastPass_ = now;
     if (beforeEvents) beforeEvents();
     MSG msg;
     while (::PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
@@ -43,33 +68,10 @@ void Win32Ui::RemoveTrayIcon() {
     // No operation of the program adds a notification icon, so there is none to remove.
 }
 
-namespace {
-
-// The product name and version of the running program's own version resource.
-std::string OwnVersionText() {
-    char path[MAX_PATH] = {};
-    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    DWORD ignored = 0;
-    const DWORD size = ::GetFileVersionInfoSizeA(path, &ignored);
-    if (size == 0) return "Tessmark";
-    std::vector<char> block(size);
-    if (!::GetFileVersionInfoA(path, 0, size, block.data())) return "Tessmark";
-    auto value = [&](const char* name) -> std::string {
-        char* text = nullptr;
-        UINT length = 0;
-        const std::string query = std::string("\\StringFileInfo\\040904B0\\") + name;
-        if (!::VerQueryValueA(block.data(), query.c_str(), reinterpret_cast<void**>(&text), &length) || length == 0)
-            return {};
-        return std::string(text);
-    };
-    return value("ProductName") + "\r\nVersion " + value("ProductVersion");
-}
-
-}  // namespace
-
-// Stands in for the support library's about box.
 void Win32Ui::ShowAboutBox() {
-    ::MessageBoxA(GetActiveWindow(), OwnVersionText().c_str(), "About Tessmark", MB_OK | MB_ICONINFORMATION);
+    const std::string name = OwnVersionString("ProductName");
+    const std::string text = name + " " + OwnVersionString("FileVersion") + "\r\n" + OwnVersionString("FileDescription");
+    ::MessageBoxA(GetActiveWindow(), text.c_str(), ("About " + name).c_str(), MB_OK | MB_ICONINFORMATION);
 }
 
 bool Win32Ui::ShowOpen(const std::string& filter, std::string& fileName, WindowHandle owner) {

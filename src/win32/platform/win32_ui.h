@@ -30,8 +30,11 @@ public:
     std::function<void()> beforeEvents;
 
 private:
+    static constexpr unsigned long long kPassInterval = 10;  // milliseconds
     std::string appTitle_;
     int mousePointer_ = kMousePointerDefault;
+    bool pumped_ = false;
+    unsigned long long lastPass_ = 0;
 };
 
 }  // namespace tessmark::platform::win32
