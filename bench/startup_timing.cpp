@@ -1,14 +1,18 @@
-// Measures, by hand, how long the program takes from its start to a list
-// that shows every entry of a Run key of N values: five starts each for 10 and
-// for 1,000 values, with the median. Not a test; run it in a throw-away prefix:
+// Measures how long the program takes from its start to a list that shows
+// every entry of a Run key of N values, beside the same for a bare program
+// that fills a list from the key (its floor): five starts each for 10 and for
+// 1,000 values, with the medians and their ratio. Not a test; scripts/bench
+// runs it in a throw-away prefix:
 //
-//   scripts/wine-exec build/mingw-x64/tests/gui/tessmark_startup_timing.exe build/mingw-x64/tessmark.exe
+//   scripts/wine-exec build/mingw-x64/tests/gui/tessmark_startup_timing.exe
+//       build/mingw-x64/tessmark.exe build/mingw-x64/tessmark_startup_floor.exe
 //
 // (under a display, with TESSMARK_TEST_PREFIX naming the prefix).
 //
 // It replaces the prefix's Run-family keys.
 #include <windows.h>
 #include <commctrl.h>
+#include <psapi.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -51,7 +55,7 @@ double Seconds(const LARGE_INTEGER& from, const LARGE_INTEGER& to) {
 }
 
 // Seconds from the start to a list of at least `rows` rows; negative when it never came.
-double TimeToFilledList(int rows) {
+double TimeToFilledList(int rows, bool startMessage) {
     LARGE_INTEGER start, filled;
     QueryPerformanceCounter(&start);
     Program program;
@@ -64,7 +68,7 @@ double TimeToFilledList(int rows) {
         Sleep(2);
     }
     QueryPerformanceCounter(&filled);
-    program.DismissStartMessage();
+    if (startMessage) program.DismissStartMessage();
     PostMessageA(window, WM_CLOSE, 0, 0);
     DWORD code = 0;
     program.WaitForExit(&code);
@@ -74,20 +78,42 @@ double TimeToFilledList(int rows) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: tessmark_startup_timing PROGRAM\n");
+    if (argc < 3) {
+        std::fprintf(stderr, "usage: tessmark_startup_timing PROGRAM FLOOR\n");
         return 2;
     }
-    programPath = WindowsPath(argv[1]);
     platform::win32::Win32Registry registry;
     for (int values : {10, 1000}) {
         SeedRunKey(registry, values);
-        std::vector<double> times;
-        for (int i = 0; i < kStarts; ++i) times.push_back(TimeToFilledList(values));
-        std::sort(times.begin(), times.end());
-        std::printf("%5d Run values: median %.3f s to a filled list (", values, times[kStarts / 2]);
-        for (double t : times) std::printf(" %.3f", t);
-        std::printf(" )\n");
+        double medians[2];
+        for (int which = 0; which < 2; ++which) {
+            programPath = WindowsPath(argv[1 + which]);
+            std::vector<double> times;
+            for (int i = 0; i < kStarts; ++i) times.push_back(TimeToFilledList(values, which == 0));
+            std::sort(times.begin(), times.end());
+            medians[which] = times[kStarts / 2];
+            std::printf("StartToFilledList/%d%s: median %.3f s (", values, which == 0 ? "" : " floor", medians[which]);
+            for (double t : times) std::printf(" %.3f", t);
+            std::printf(" )\n");
+        }
+        std::printf("StartToFilledList/%d: %.2f x its floor\n", values, medians[0] / medians[1]);
+    }
+    // The program's memory once "All Items" shows 10,000 Run values.
+    SeedRunKey(registry, 10000);
+    programPath = WindowsPath(argv[1]);
+    {
+        Program program;
+        HWND window = program.WaitForMainWindow();
+        HWND list = window ? Descendant(window, app::id::ListView1) : nullptr;
+        WaitUntil([&] { return SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) >= 10000; });
+        program.DismissStartMessage();
+        PROCESS_MEMORY_COUNTERS counters{};
+        GetProcessMemoryInfo(program.Process(), &counters, sizeof counters);
+        std::printf("WorkingSet/10000: %.1f MB (peak %.1f MB) with %ld rows\n", counters.WorkingSetSize / 1048576.0,
+                    counters.PeakWorkingSetSize / 1048576.0, static_cast<long>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0)));
+        PostMessageA(window, WM_CLOSE, 0, 0);
+        DWORD code = 0;
+        program.WaitForExit(&code);
     }
     SeedRunKey(registry, 0);
     return 0;

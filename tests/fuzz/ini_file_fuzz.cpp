@@ -6,7 +6,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     tessmark::fuzz::Input input(data, size);
-    tessmark::platform::memory::MemoryDisk disk;
+    // One disk for every run, made once: making one is far dearer than a run.
+    static tessmark::platform::memory::MemoryDisk disk;
     const std::string path = "C:\\Settings.ini";
     const std::string section = input.Text(), key = input.Text(), value = input.Text();
     disk.AddFile(path, input.Rest());

@@ -31,10 +31,12 @@ const char* const kKeys[] = {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input(data, size);
     platform::memory::MemoryRegistry registry;
-    platform::memory::MemoryDisk disk;
+    // One disk for every run, made once (the scanners only read it).
+    static platform::memory::MemoryDisk disk;
+    static const bool seeded = (disk.AddFile("C:\\Windows\\System32\\userinit.exe", "MZ"), true);
+    (void)seeded;
     platform::memory::RecordingUi ui;
     platform::memory::MemoryProcess process;
-    disk.AddFile("C:\\Windows\\System32\\userinit.exe", "MZ");
     while (!input.Empty()) {
         const std::uint8_t where = input.Byte();
         const platform::RegHandle root = where & 0x80 ? platform::reg::kCurrentUser : platform::reg::kLocalMachine;

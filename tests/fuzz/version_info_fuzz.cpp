@@ -46,8 +46,10 @@ private:
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    memory::MemoryDisk disk;
-    disk.AddFile("C:\\program.exe", "MZ");
+    // One disk for every run, made once: making one is far dearer than a run.
+    static memory::MemoryDisk disk;
+    static const bool seeded = (disk.AddFile("C:\\program.exe", "MZ"), true);
+    (void)seeded;
     BlockShell shell(disk, std::vector<std::uint8_t>(data, data + size));
     tessmark::ui::CFileVersionInfo info(disk, shell);
     info.FullPathName("C:\\program.exe");
