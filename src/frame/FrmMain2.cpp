@@ -4,6 +4,8 @@
 #include "discovery/RowServices.h"
 #include "discovery/RunKeys.h"
 #include "discovery/StartupFolders.h"
+#include "forms/FrmEdit.h"
+#include "forms/FrmMove.h"
 #include "frame/catalogue.h"
 #include "safety/BackupRegistry.h"
 #include "storage/modStartup.h"
@@ -46,11 +48,13 @@ void FrmMain2::WaitOff() {
 
 void FrmMain2::Pump() { ports_.ui.DoEvents(); }
 
+void FrmMain2::Show() {
+    Visible = true;
+    if (view) view->Show();
+}
+
 void FrmMain2::Form_Load() {
-    Resume([&] {
-        Visible = true;
-        if (view) view->Show();
-    });
+    Resume([&] { Show(); });
     Resume([&] { Hourglass(); });
     Resume([&] { folders.windowsFolder = ports_.files.Environ("windir"); });
     Resume([&] { folders.programFilesFolder = ports_.files.Environ("ProgramFiles"); });
@@ -71,9 +75,7 @@ void FrmMain2::Form_Load() {
     });
     Resume([&] { StartSearch(); });
     Resume([&] { ports_.ui.SetMousePointer(platform::kMousePointerDefault); });
-    Resume([&] {
-        if (view) view->Show();
-    });
+    Resume([&] { Show(); });
     Resume([&] {
         ports_.ui.MsgBox("Uncheck the items you don't use every day then restart your PC to feel the Corvane Pulse!",
                          platform::kMbInformation, "");
@@ -191,7 +193,7 @@ void FrmMain2::ListView1_Click() {
         return;
     }
     ItemRow& row = ListView1.SelectedItem();
-    FrmMenu.mnuDisableChecked = !row.Checked;
+    FrmMenu.mnuDisable.Checked = !row.Checked;
     ui::CFileVersionInfo info(ports_.files, ports_.shell);
     std::string path = row.SubItems(1);
     std::string once = GetExeName(path, folders);
@@ -260,7 +262,7 @@ void FrmMain2::Form_MouseMove() {
 void FrmMain2::CmdClose_MouseUp(int button) {
     if (button != kLeftButton) return;
     ResetCaptionButtons();
-    // The popup-menu form holds no state that outlives it.
+    // Unloading the menu form: it holds no state that outlives it.
     Unload();
     ports_.ui.EndProcess(0);
 }
@@ -280,5 +282,41 @@ void FrmMain2::BtnClose_Click() {
 }
 
 void FrmMain2::BackupRegistry() { safety::BackupRegistry(itemOperations_.objReg(), ports_.files); }
+
+void FrmMain2::PopupMenu(forms::Menu& menu) {
+    if (!view) return;
+    if (forms::MenuEntry* chosen = view->PopupMenu(menu)) FrmMenu.Choose(*chosen);
+}
+
+void FrmMain2::ShowModal(forms::FrmMove& dialog) {
+    if (!dialog.Loaded()) dialog.Form_Load();
+    if (dialog.Loaded() && view) view->ShowModal(dialog);
+}
+
+void FrmMain2::ShowModal(forms::FrmEdit& dialog) {
+    if (!dialog.Loaded()) dialog.Form_Load();
+    if (view) view->ShowModal(dialog);
+}
+
+// A notification-area message comes as the X coordinate in pixels. No icon is
+// ever added, so nothing sends one.
+void FrmMain2::pictray_MouseDown(int, int, float X, float) {
+    constexpr float kTwipsPerPixelX = 15;
+    const auto message = static_cast<long>(vb::RoundHalfEven(X / kTwipsPerPixelX));
+    if (message == 515) {  // WM_LBUTTONDBLCLK
+        Show();
+        Tag = "Stop";
+        ports_.ui.RemoveTrayIcon();
+        treeAuto_Click();
+    } else if (message == 517) {  // WM_RBUTTONUP
+        PopupMenu(FrmMenu.mnutrayoption);
+    }
+}
+
+// Nothing enables the timer.
+void FrmMain2::TMRRunOnce_Timer() {
+    while (!Visible) Pump();
+    TMRRunOnceEnabled = false;
+}
 
 }  // namespace tessmark::frame

@@ -9,10 +9,16 @@
 #include "discovery/GetExeName.h"
 #include "discovery/ItemList.h"
 #include "discovery/ScanContext.h"
+#include "forms/FrmMenu.h"
 #include "monitor/ChangeMonitor.h"
 #include "operations/ItemOperations.h"
 #include "platform/ports.h"
 #include "storage/IniFile.h"
+
+namespace tessmark::forms {
+class FrmMove;
+class FrmEdit;
+}  // namespace tessmark::forms
 
 namespace tessmark::frame {
 
@@ -39,18 +45,22 @@ struct LabelState {
     bool Visible = true;
 };
 
-// What the view does for the model: paint it anew, show the window.
+// What the view does for the model: paint it anew, show the window, show a
+// menu at the pointer, show a dialog until it unloads.
 class MainView {
 public:
     virtual ~MainView() = default;
     virtual void Show() = 0;
     virtual void Refresh() = 0;
+    // The entry the user chose; null when none.
+    virtual forms::MenuEntry* PopupMenu(const forms::Menu& menu) = 0;
+    virtual void ShowModal(forms::FrmMove& dialog) = 0;
+    virtual void ShowModal(forms::FrmEdit& dialog) = 0;
 };
 
-// The popup menu form's entries that the main form sets.
-struct MenuState {
-    std::string mnuDisableCaption = "Disable";
-    bool mnuDisableChecked = false;
+// The module of the two texts an edit hands back; empty outside a running edit.
+struct PublicVar {
+    std::string EditedItemName, EditedItemPath;
 };
 
 class FrmMain2 {
@@ -86,7 +96,8 @@ public:
     std::string CmdMinimisePicture = "minimize_normal";
     std::string HotControl;
     bool listHasFocus = false;  // the list takes the focus after each population
-    MenuState FrmMenu;
+    forms::FrmMenu FrmMenu{*this};
+    PublicVar publicVar;
     std::vector<std::string> OleBusyTexts;  // title, title, server busy, request pending
 
     MainView* view = nullptr;
@@ -119,6 +130,17 @@ public:
     void Command1_Click() { ports_.ui.ShowAboutBox(); }
     void BtnClose_Click();
 
+    // Menus, dialogs, the notification area and the end.
+    void Show();
+    void PopupMenu(forms::Menu& menu);
+    void ShowModal(forms::FrmMove& dialog);
+    void ShowModal(forms::FrmEdit& dialog);
+    void mnuProp_Click();
+    void pictray_MouseDown(int Button, int Shift, float X, float Y);
+    void TMRRunOnce_Timer();
+    // Form_QueryUnload, then Form_Unload: what closing the window runs before the end.
+    void Unload();
+
     // What unloading the form calls first; the entry wires it to the instance mutex.
     std::function<void()> ReleaseSingleInstance = [] {};
     platform::WindowHandle hWnd = 0;
@@ -131,7 +153,6 @@ private:
     void WaitOn();
     void WaitOff();
     void Pump();
-    void Unload();
     // The registry backup set; no command calls it.
     void BackupRegistry();
 
@@ -151,10 +172,6 @@ public:
                     std::int32_t ItemValue) {
         itemOperations_.MarkEnable(SectionName, ItemName, ItemPath, ItemValue);
     }
-
-    // Set by a right click: the view shows FrmMenu's mnuPopup at the pointer,
-    // with mnuDisable as FrmMenu holds it, and clears the flag.
-    bool popupRequested = false;
 
     // These trap nothing: an error raised inside, also one from the
     // operations, goes up to the top-level handler.

@@ -70,7 +70,7 @@ void FrmMain2::ListView1_KeyDown(int KeyCode, int) {
 void FrmMain2::mnuDisable_Click() {
     ListView1_KeyDown(kF2, 0);
     Resume([&] {
-        if (!ListView1.SelectedItem().Checked) FrmMenu.mnuDisableChecked = true;
+        if (!ListView1.SelectedItem().Checked) FrmMenu.mnuDisable.Checked = true;
     });
 }
 
@@ -79,14 +79,14 @@ void FrmMain2::ListView1_MouseDown(int Button, int, float, float) {
     if (Button != kRightButton) return;
     if (ListView1.Count() >= 1) {
         if (ListView1.SelectedItem().Checked) {
-            FrmMenu.mnuDisableCaption = "Disable";
-            FrmMenu.mnuDisableChecked = false;
+            FrmMenu.mnuDisable.Caption = "Disable";
+            FrmMenu.mnuDisable.Checked = false;
         } else {
-            FrmMenu.mnuDisableCaption = "Enable";
-            FrmMenu.mnuDisableChecked = true;
+            FrmMenu.mnuDisable.Caption = "Enable";
+            FrmMenu.mnuDisable.Checked = true;
         }
     }
-    popupRequested = true;
+    PopupMenu(FrmMenu.mnuPopup);
 }
 
 // Always ascending: a second click on the same column does not reverse.

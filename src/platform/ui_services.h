@@ -22,10 +22,14 @@ public:
     virtual int MsgBox(const std::string& prompt, int style, const std::string& title) = 0;
     virtual void DoEvents() = 0;
     virtual void SetMousePointer(int pointer) = 0;
+    virtual int MousePointer() const = 0;  // the last one set
     virtual void Beep() = 0;
     virtual void ActivityLog(const std::string& line) = 0;
     virtual void RemoveTrayIcon() = 0;
     virtual void ShowAboutBox() = 0;
+    // The open-file dialog with a filter of "description|pattern|" pairs,
+    // opening on fileName; false when cancelled, else fileName is the choice.
+    virtual bool ShowOpen(const std::string& filter, std::string& fileName, WindowHandle owner) = 0;
     // ReleaseCapture + WM_NCLBUTTONDOWN/HTCAPTION to the window: a drag by the caption.
     virtual void DragForm(WindowHandle window) = 0;
     virtual WindowHandle FindWindowA(const char* className, const char* title) = 0;

@@ -8,6 +8,7 @@
 #include "frame/catalogue.h"
 #include "item_places.h"
 #include "scan_fixture.h"
+#include "scripted_view.h"
 
 using namespace tessmark;
 using tessmark::testing::ItemPlaces;
@@ -258,14 +259,16 @@ TEST_F(ListInteraction, DoubleClickF2AndThePopupCommandSwitchTheSelectedRow) {
 
 TEST_F(ListInteraction, RightClickNamesTheCommandAfterTheSelectedRowAndOfOtherKeysOnlyF5Acts) {
     Populate(frame::key::kBhoAll);  // no rows: the commands do nothing, the popup still comes
-    form.FrmMenu.mnuDisableCaption = "Enable";
+    tessmark::testing::ScriptedView view;
+    form.view = &view;
+    form.FrmMenu.mnuDisable.Caption = "Enable";
     form.ListView1_DblClick();
     form.ListView1_KeyDown(kF2, 0);
     form.mnuDisable_Click();
     EXPECT_TRUE(machine->Ui().log.empty());
     form.ListView1_MouseDown(kRight, 0, 10, 10);
-    EXPECT_TRUE(form.popupRequested);
-    EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Enable");
+    EXPECT_EQ(view.popups, std::vector<std::string>{"mnuPopup"});
+    EXPECT_EQ(form.FrmMenu.mnuDisable.Caption, "Enable");
 
     places.Set(HKLM, kBase + "Run", "On", kNotepad);
     places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Off", kNotepad);
@@ -277,18 +280,19 @@ TEST_F(ListInteraction, RightClickNamesTheCommandAfterTheSelectedRowAndOfOtherKe
     EXPECT_EQ(Row("Registry\\All Users\\Run", "On").SubItems(2), "Yes");
     EXPECT_EQ(places.Value(HKLM, kBase + "Run", "On"), (StoredValue{kSz, kNotepad}));
 
-    form.popupRequested = false;
+    view.popups.clear();
     form.ListView1.Select(Row("Registry\\All Users\\Run", "Off"));
     form.ListView1_MouseDown(kLeft, 0, 0, 0);
-    EXPECT_FALSE(form.popupRequested);
+    EXPECT_TRUE(view.popups.empty());
     form.ListView1_MouseDown(kRight, 0, 0, 0);
-    EXPECT_TRUE(form.popupRequested);
-    EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Enable");
-    EXPECT_TRUE(form.FrmMenu.mnuDisableChecked);
+    EXPECT_EQ(view.popups.size(), 1u);
+    EXPECT_EQ(form.FrmMenu.mnuDisable.Caption, "Enable");
+    EXPECT_TRUE(form.FrmMenu.mnuDisable.Checked);
     form.ListView1.Select(Row("Registry\\All Users\\Run", "On"));
     form.ListView1_MouseDown(kRight, 0, 0, 0);
-    EXPECT_EQ(form.FrmMenu.mnuDisableCaption, "Disable");
-    EXPECT_FALSE(form.FrmMenu.mnuDisableChecked);
+    EXPECT_EQ(view.popups.size(), 2u);
+    EXPECT_EQ(form.FrmMenu.mnuDisable.Caption, "Disable");
+    EXPECT_FALSE(form.FrmMenu.mnuDisable.Checked);
 
     form.ListView1_KeyDown(kF5, 0);
     EXPECT_EQ(form.ListView1.Count(), 3);

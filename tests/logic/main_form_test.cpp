@@ -145,7 +145,7 @@ TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
     EXPECT_NE(form.LblDescription.Caption, "Description: N/A");
     EXPECT_TRUE(form.imgCheckVisible);
     EXPECT_FALSE(form.imgNoCheckVisible);
-    EXPECT_FALSE(form.FrmMenu.mnuDisableChecked);
+    EXPECT_FALSE(form.FrmMenu.mnuDisable.Checked);
     EXPECT_EQ(form.picIcon.Height, 960);
 
     // A disabled row whose program is missing: "N/A" three times, section filled.
@@ -156,7 +156,7 @@ TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
     EXPECT_EQ(form.LblSection.Caption, "Section: All Users\\Startup");
     EXPECT_FALSE(form.imgCheckVisible);
     EXPECT_TRUE(form.imgNoCheckVisible);
-    EXPECT_TRUE(form.FrmMenu.mnuDisableChecked);
+    EXPECT_TRUE(form.FrmMenu.mnuDisable.Checked);
 
     // Filling an empty section clicks the empty list, which clears the panel.
     ClickNode(frame::key::kBhoAll);

@@ -19,12 +19,6 @@ using platform::memory::MessageBoxCall;
 using platform::memory::RecordingUi;
 using std::string;
 
-namespace tessmark::platform::memory {
-bool operator==(const MessageBoxCall& a, const MessageBoxCall& b) {
-    return a.prompt == b.prompt && a.style == b.style && a.title == b.title;
-}
-void PrintTo(const MessageBoxCall& m, std::ostream* os) { *os << m.title << " (" << m.style << "): " << m.prompt; }
-}  // namespace tessmark::platform::memory
 
 namespace {
 
@@ -40,10 +34,14 @@ public:
     }
     void DoEvents() override { recorded.DoEvents(); }
     void SetMousePointer(int pointer) override { recorded.SetMousePointer(pointer); }
+    int MousePointer() const override { return recorded.MousePointer(); }
     void Beep() override { recorded.Beep(); }
     void ActivityLog(const string& line) override { recorded.ActivityLog(line); }
     void RemoveTrayIcon() override { recorded.RemoveTrayIcon(); }
     void ShowAboutBox() override { recorded.ShowAboutBox(); }
+    bool ShowOpen(const string& filter, string& fileName, WindowHandle owner) override {
+        return recorded.ShowOpen(filter, fileName, owner);
+    }
     void DragForm(WindowHandle window) override { recorded.DragForm(window); }
     WindowHandle FindWindowA(const char* className, const char* title) override {
         calls.push_back(string("FindWindowA ") + (className ? className : "(null)") + ", " + (title ? title : "(null)"));

@@ -10,6 +10,14 @@ int RecordingUi::MsgBox(const std::string& prompt, int style, const std::string&
     return answer;
 }
 
+bool RecordingUi::ShowOpen(const std::string& filter, std::string& fileName, WindowHandle) {
+    openDialogs.emplace_back(filter, fileName);
+    if (openChoices.empty()) return false;
+    fileName = openChoices.front();
+    openChoices.pop_front();
+    return true;
+}
+
 WindowHandle RecordingUi::FindWindowA(const char* className, const char* title) {
     if (className != nullptr || title == nullptr) return 0;
     for (const auto& [caption, handle] : windows)

@@ -75,6 +75,8 @@ LRESULT Box::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         if (onResize) onResize();
         return 0;
     case WM_SETCURSOR:
+        // The parent has the first word, as it has for the system's controls.
+        if (SendMessageA(GetParent(window_), WM_SETCURSOR, wParam, lParam)) return TRUE;
         if (LOWORD(lParam) != HTCLIENT) break;
         SetCursor(cursor_);
         return TRUE;

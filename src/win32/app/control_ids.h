@@ -26,4 +26,18 @@ inline constexpr int BtnClose = 117;
 inline constexpr int CmdClose = 118;
 inline constexpr int CmdMinimise = 119;
 
+// The dialogs: one class, told apart by their captions "Move" and "Edit Properties".
+inline constexpr const char* kDialogClass = "TessmarkDialog";
+inline constexpr int dialogCmdClose = 200;
+inline constexpr int moveTree = 201;
+inline constexpr int lblEntry = 202;
+inline constexpr int cmdCommon0 = 203;  // "&Ok"
+inline constexpr int cmdCommon1 = 204;  // "&Cancel"
+inline constexpr int txtName = 205;
+inline constexpr int txtPath = 206;
+inline constexpr int lblSection = 207;
+inline constexpr int cmdChange = 208;
+inline constexpr int editCommand0 = 209;  // "&Ok"
+inline constexpr int editCommand1 = 210;  // "&Cancel"
+
 }  // namespace tessmark::app::id

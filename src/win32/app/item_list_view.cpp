@@ -42,6 +42,22 @@ ItemListView::ItemListView(HWND parent, int id, HFONT font)
         column.iSubItem = i;
         SendMessageA(list_, LVM_INSERTCOLUMNA, i, reinterpret_cast<LPARAM>(&column));
     }
+    SetWindowSubclass(list_, Pressed, 1, reinterpret_cast<DWORD_PTR>(this));
+}
+
+ItemListView::~ItemListView() {
+    if (IsWindow(list_)) RemoveWindowSubclass(list_, Pressed, 1);
+}
+
+LRESULT CALLBACK ItemListView::Pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                       DWORD_PTR self) {
+    auto* view = reinterpret_cast<ItemListView*>(self);
+    if (message == WM_RBUTTONDOWN && view->onRightDown) {
+        SetFocus(window);
+        view->onRightDown(POINT{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+        return 0;
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
 }
 
 void ItemListView::SyncImages(const discovery::ImageStore& images) {

@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <utility>
 #include <vector>
@@ -21,6 +22,7 @@ public:
     ItemListView(HWND parent, int id, HFONT font);
     ItemListView(const ItemListView&) = delete;
     ItemListView& operator=(const ItemListView&) = delete;
+    ~ItemListView();
 
     HWND hwnd() const { return list_; }
 
@@ -35,7 +37,13 @@ public:
     // Keeps the selected row marked while the focus is elsewhere.
     LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
 
+    // A right button going down, in the list's client coordinates. The list
+    // itself never sees it, so the selection stays where it was.
+    std::function<void(POINT)> onRightDown;
+
 private:
+    static LRESULT CALLBACK Pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                    DWORD_PTR self);
     void SyncImages(const discovery::ImageStore& images);
 
     HWND list_;

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 
+#include "forms/FrmEdit.h"
+#include "forms/FrmMove.h"
 #include "win32/app/control_ids.h"
 #include "win32/app/controls.h"
+#include "win32/app/dialog_windows.h"
 #include "win32/app/icons.h"
+#include "win32/app/view_proc.h"
 
 namespace tessmark::app {
 
@@ -12,7 +16,6 @@ namespace {
 
 constexpr int kWidth = 735;
 constexpr int kHeight = 551;
-constexpr int kCaptionStrip = 25;  // the strip a press drags the window by
 constexpr int kMargin = 8;
 constexpr int kContentTop = kCaptionStrip + 7;
 constexpr int kContentBottom = 514;
@@ -32,23 +35,7 @@ constexpr RECT kActive{kMargin + 170, 527, kMargin + 330, 541};
 // the click acts on the node it selected.
 constexpr UINT kTreeClicked = WM_APP + 1;
 
-constexpr COLORREF kBodyColour = RGB(0xE9, 0xEE, 0xF5);
 constexpr COLORREF kBarColour = RGB(0xC8, 0xD3, 0xE2);
-constexpr COLORREF kFrameColour = RGB(0x30, 0x48, 0x6A);
-constexpr COLORREF kCaptionTop = RGB(0x5B, 0x7F, 0xAE);
-constexpr COLORREF kCaptionBottom = RGB(0x30, 0x48, 0x6A);
-
-OwnedFont Tahoma(int height, int weight) {
-    return OwnedFont(CreateFontA(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                                 CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, "Tahoma"));
-}
-
-int Blend(int from, int to, int step, int steps) { return from + (to - from) * step / steps; }
-
-void FillSolid(HDC dc, const RECT& area, COLORREF colour) {
-    SetBkColor(dc, colour);
-    ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
-}
 
 }  // namespace
 
@@ -61,7 +48,6 @@ MainWindow::MainWindow(HINSTANCE instance, frame::FrmMain2& form, platform::UiSe
       body_(CreateSolidBrush(kBodyColour)),
       white_(CreateSolidBrush(RGB(0xFF, 0xFF, 0xFF))),
       bar_(CreateSolidBrush(kBarColour)),
-      frame_(CreateSolidBrush(kFrameColour)),
       smallIcon_(IconOf({0, kProgramIcon, false}, 16)),
       treeWidth_(200),
       detailsTop_(kContentBottom - kDetailsHeight - kBar) {
@@ -70,7 +56,7 @@ MainWindow::MainWindow(HINSTANCE instance, frame::FrmMain2& form, platform::UiSe
 
     WNDCLASSEXA cls = {};
     cls.cbSize = sizeof cls;
-    cls.lpfnWndProc = Proc;
+    cls.lpfnWndProc = ViewProc<MainWindow>;
     cls.hInstance = instance;
     cls.hIcon = LoadIconA(instance, MAKEINTRESOURCEA(kProgramIcon));
     cls.hIconSm = smallIcon_.get();
@@ -113,6 +99,11 @@ void MainWindow::CreateControls() {
                        form_.lblwait.Caption.c_str());
     ShowWindow(lblwait_, SW_HIDE);
     Picture3_->onResize = [this] { Picture3_Resize(); };
+    // The popup is asked for while the button is still down, so its command
+    // caption follows the row selected before the click.
+    ListView1_->onRightDown = [this](POINT at) {
+        Fire([&] { form_.ListView1_MouseDown(2, 0, at.x * kTwipsPerPixel, at.y * kTwipsPerPixel); });
+    };
 
     picDetails_ = std::make_unique<DetailsPanel>(window_, white_.get(), font_.get(), bold_.get());
     lbltotalitem_ = Control(window_, "STATIC", id::lbltotalitem, SS_LEFTNOWORDWRAP, font_.get(), kTotal,
@@ -123,47 +114,25 @@ void MainWindow::CreateControls() {
     Control(window_, "BUTTON", id::BtnClose, WS_TABSTOP | BS_PUSHBUTTON, font_.get(), kBtnClose.Pixels(), "Close");
 
     using F = frame::FrmMain2;
-    InitCaptionButton(CmdClose_, id::CmdClose, {&F::CmdClose_MouseDown, &F::CmdClose_MouseMove, &F::CmdClose_MouseUp});
-    InitCaptionButton(CmdMinimise_, id::CmdMinimise,
-                      {&F::CmdMinimise_MouseDown, &F::CmdMinimise_MouseMove, &F::CmdMinimise_MouseUp});
-    Place(CmdClose_.box->hwnd(), kCmdClose);
-    Place(CmdMinimise_.box->hwnd(), kCmdMinimise);
+    CmdClose_ = MakeCaptionButton(id::CmdClose, {&F::CmdClose_MouseDown, &F::CmdClose_MouseMove, &F::CmdClose_MouseUp});
+    CmdMinimise_ = MakeCaptionButton(id::CmdMinimise,
+                                     {&F::CmdMinimise_MouseDown, &F::CmdMinimise_MouseMove, &F::CmdMinimise_MouseUp});
+    Place(CmdClose_->hwnd(), kCmdClose);
+    Place(CmdMinimise_->hwnd(), kCmdMinimise);
     SyncChrome();
 }
 
-void MainWindow::InitCaptionButton(CaptionButton& button, int id, CaptionHandlers handlers) {
-    button.box = std::make_unique<Box>(window_, id, body_.get());
-    button.box->onPaint = [&button](HDC dc, const RECT& client) {
-        OwnedDc source(CreateCompatibleDC(dc));
-        HGDIOBJ old = SelectObject(source.get(), button.bitmap.get());
-        BitBlt(dc, 0, 0, client.right, client.bottom, source.get(), 0, 0, SRCCOPY);
-        SelectObject(source.get(), old);
-    };
-    // A pressed picture box keeps the mouse until the button goes up, wherever that happens.
-    button.box->onMouse = [this, &button, handlers](UINT message, POINT) {
-        if (message == WM_MOUSEMOVE) return FireChrome([&] { (form_.*handlers.move)(); });
-        const int pressed = MouseButton(message);
-        if (pressed == 0) return;
-        if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN) {
-            SetCapture(button.box->hwnd());
-            FireChrome([&] { (form_.*handlers.down)(pressed); });
-        } else {
-            ReleaseCapture();
-            FireChrome([&] { (form_.*handlers.up)(pressed); });
-        }
-    };
-}
-
-void MainWindow::SyncCaptionButton(CaptionButton& button, const std::string& name) {
-    if (button.name == name && button.bitmap) return;
-    button.bitmap.reset(LoadBitmapA(GetModuleHandleA(nullptr), name.c_str()));
-    button.name = name;
-    InvalidateRect(button.box->hwnd(), nullptr, FALSE);
+std::unique_ptr<CaptionButton> MainWindow::MakeCaptionButton(int id, CaptionHandlers handlers) {
+    return std::make_unique<CaptionButton>(
+        window_, id, body_.get(),
+        CaptionButton::Handlers{[this, handlers](int button) { FireChrome([&] { (form_.*handlers.down)(button); }); },
+                                [this, handlers] { FireChrome([&] { (form_.*handlers.move)(); }); },
+                                [this, handlers](int button) { FireChrome([&] { (form_.*handlers.up)(button); }); }});
 }
 
 void MainWindow::SyncChrome() {
-    SyncCaptionButton(CmdClose_, form_.CmdClosePicture);
-    SyncCaptionButton(CmdMinimise_, form_.CmdMinimisePicture);
+    CmdClose_->Sync(form_.CmdClosePicture);
+    CmdMinimise_->Sync(form_.CmdMinimisePicture);
     if (form_.WindowState == 1 && !IsIconic(window_)) ShowWindow(window_, SW_MINIMIZE);
 }
 
@@ -208,38 +177,7 @@ void MainWindow::Picture3_Resize() {
     Place(lblwait_, area);
 }
 
-void MainWindow::Paint(HDC dc) {
-    RECT client;
-    GetClientRect(window_, &client);
-    FillSolid(dc, {0, kCaptionStrip, client.right, client.bottom}, kBodyColour);
-    for (int y = 0; y < kCaptionStrip; ++y) {
-        const COLORREF shade =
-            RGB(Blend(GetRValue(kCaptionTop), GetRValue(kCaptionBottom), y, kCaptionStrip),
-                Blend(GetGValue(kCaptionTop), GetGValue(kCaptionBottom), y, kCaptionStrip),
-                Blend(GetBValue(kCaptionTop), GetBValue(kCaptionBottom), y, kCaptionStrip));
-        FillSolid(dc, {0, y, client.right, y + 1}, shade);
-    }
-    DrawIconEx(dc, 6, (kCaptionStrip - 16) / 2, smallIcon_.get(), 16, 16, 0, nullptr, DI_NORMAL);
-    HGDIOBJ oldFont = SelectObject(dc, captionFont_.get());
-    SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, RGB(0xFF, 0xFF, 0xFF));
-    RECT text{28, 0, client.right, kCaptionStrip};
-    DrawTextA(dc, form_.Caption.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
-    SelectObject(dc, oldFont);
-    FrameRect(dc, &client, frame_.get());
-}
-
-LRESULT CALLBACK MainWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* view = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams);
-        view->window_ = window;
-        SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(view));
-    }
-    auto* view = reinterpret_cast<MainWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    // Until the controls exist, the window is only being made.
-    if (view == nullptr || !view->ready_) return DefWindowProcA(window, message, wParam, lParam);
-    return view->Handle(message, wParam, lParam);
-}
+void MainWindow::Paint(HDC dc) { PaintSkin(window_, dc, smallIcon_.get(), captionFont_.get(), form_.Caption); }
 
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -258,16 +196,32 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         if (wParam == SIZE_MINIMIZED || wParam == SIZE_RESTORED) form_.WindowState = wParam == SIZE_MINIMIZED ? 1 : 0;
         FireChrome([&] { form_.Form_Resize(); });
         return 0;
+    case WM_SETCURSOR:
+        // The hourglass holds while the form says so, whatever the mouse does.
+        if (ui_.MousePointer() == platform::kMousePointerHourglass) {
+            SetCursor(LoadCursor(nullptr, IDC_WAIT));
+            return TRUE;
+        }
+        if (reinterpret_cast<HWND>(wParam) != window_) return FALSE;  // the child under the pointer chooses
+        break;
     case WM_MOUSEMOVE:
         FireChrome([&] { form_.Form_MouseMove(); });
         return 0;
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN: {
+        // The form keeps the mouse until the button goes up, so a release over
+        // a caption button that was pressed elsewhere is the form's.
+        SetCapture(window_);
         const int y = static_cast<short>(HIWORD(lParam));
         FireChrome([&] { form_.Form_MouseDown(MouseButton(message), y * static_cast<int>(kTwipsPerPixel)); });
         return 0;
     }
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+        if (GetCapture() == window_) ReleaseCapture();
+        return 0;
     case WM_NOTIFY:
         return Notify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_COMMAND:
@@ -279,10 +233,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_CLOSE:
         // Closed from outside (the task bar, Alt+F4): unloaded like the Close button, then the end.
-        Fire([&] {
-            form_.Form_QueryUnload();
-            form_.Form_Unload();
-        });
+        Fire([&] { form_.Unload(); });
         ui_.EndProcess(0);
         return 0;
     case WM_DESTROY:
@@ -301,30 +252,34 @@ void MainWindow::CheckRow(long row) {
     form_.ListView1_ItemCheck(item);
 }
 
-// The item menu; entries without a command do nothing when chosen.
-void MainWindow::ShowPopupMenu() {
-    form_.popupRequested = false;
-    enum : UINT { kNothing = 1, kRefresh, kDisable };
-    HMENU menu = CreatePopupMenu();
-    AppendMenuA(menu, MF_STRING, kNothing, "Backup");
-    AppendMenuA(menu, MF_STRING, kNothing, "Restore");
-    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(menu, MF_STRING, kRefresh, "Refresh");
-    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(menu, MF_STRING, kNothing, "Add Program");
-    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(menu, MF_STRING | (form_.FrmMenu.mnuDisableChecked ? MF_CHECKED : 0), kDisable,
-                form_.FrmMenu.mnuDisableCaption.c_str());
-    AppendMenuA(menu, MF_STRING, kNothing, "Delete");
-    AppendMenuA(menu, MF_STRING, kNothing, "Move");
-    AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(menu, MF_STRING, kNothing, "Edit Properties");
+// One of the menu form's menus at the pointer, drawn as the model holds it.
+forms::MenuEntry* MainWindow::PopupMenu(const forms::Menu& menu) {
+    HMENU popup = CreatePopupMenu();
+    for (std::size_t i = 0; i < menu.Entries.size(); ++i) {
+        const forms::MenuEntry& entry = *menu.Entries[i];
+        if (entry.IsSeparator()) {
+            AppendMenuA(popup, MF_SEPARATOR, 0, nullptr);
+            continue;
+        }
+        const std::string text = entry.Shortcut.empty() ? entry.Caption : entry.Caption + "\t" + entry.Shortcut;
+        AppendMenuA(popup, MF_STRING | (entry.Checked ? MF_CHECKED : 0), i + 1, text.c_str());
+    }
     POINT at;
     GetCursorPos(&at);
-    const UINT chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, window_, nullptr);
-    DestroyMenu(menu);
-    if (chosen == kRefresh) Fire([&] { form_.treeAuto_Click(); });
-    if (chosen == kDisable) Fire([&] { form_.mnuDisable_Click(); });
+    SetForegroundWindow(window_);
+    const UINT chosen = TrackPopupMenu(popup, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, window_, nullptr);
+    DestroyMenu(popup);
+    return chosen >= 1 && chosen <= menu.Entries.size() ? menu.Entries[chosen - 1] : nullptr;
+}
+
+void MainWindow::ShowModal(forms::FrmMove& dialog) {
+    MoveDialog window(window_, dialog, ui_);
+    window.RunModal();
+}
+
+void MainWindow::ShowModal(forms::FrmEdit& dialog) {
+    EditDialog window(window_, dialog, ui_);
+    window.RunModal();
 }
 
 LRESULT MainWindow::Notify(NMHDR& header) {
@@ -366,17 +321,13 @@ LRESULT MainWindow::Notify(NMHDR& header) {
         case NM_DBLCLK:
             Fire([&] { form_.ListView1_DblClick(); });
             break;
-        case NM_RCLICK: {
-            const auto& at = reinterpret_cast<const NMITEMACTIVATE&>(header);
-            Fire([&] { form_.ListView1_MouseDown(2, 0, at.ptAction.x * kTwipsPerPixel, at.ptAction.y * kTwipsPerPixel); });
-            if (form_.popupRequested) ShowPopupMenu();
-            break;
-        }
         case LVN_KEYDOWN: {
             const WORD key = reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey;
             if (key == VK_SPACE) {
+                // The check box's own key: like a click on the selected row's box; nothing without a selection.
                 Fire([&] {
-                    if (form_.ListView1.Count() > 0) CheckRow(form_.ListView1.IndexOf(form_.ListView1.SelectedItem()));
+                    if (form_.ListView1.HasSelection())
+                        CheckRow(form_.ListView1.IndexOf(form_.ListView1.SelectedItem()));
                 });
             } else {
                 Fire([&] { form_.ListView1_KeyDown(key, 0); });

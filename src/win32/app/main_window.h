@@ -17,6 +17,7 @@
 #include "win32/app/handles.h"
 #include "win32/app/item_list_view.h"
 #include "win32/app/section_tree_view.h"
+#include "win32/app/skin.h"
 #include "win32/app/splitter.h"
 
 namespace tessmark::app {
@@ -31,14 +32,11 @@ public:
     void Show() override;
     // Shows the whole model: called after every event and whenever the message pump runs.
     void Refresh() override;
+    forms::MenuEntry* PopupMenu(const forms::Menu& menu) override;
+    void ShowModal(forms::FrmMove& dialog) override;
+    void ShowModal(forms::FrmEdit& dialog) override;
 
 private:
-    // A caption button's bitmap, loaded by its resource name when the name changes.
-    struct CaptionButton {
-        std::unique_ptr<Box> box;
-        std::string name;
-        OwnedBitmap bitmap;
-    };
     // The form's handlers behind one caption button.
     struct CaptionHandlers {
         void (frame::FrmMain2::*down)(int);
@@ -46,19 +44,18 @@ private:
         void (frame::FrmMain2::*up)(int);
     };
 
-    static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    template <class View>
+    friend LRESULT CALLBACK ViewProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Notify(NMHDR& header);
     void CreateControls();
-    void InitCaptionButton(CaptionButton& button, int id, CaptionHandlers handlers);
-    void SyncCaptionButton(CaptionButton& button, const std::string& name);
+    std::unique_ptr<CaptionButton> MakeCaptionButton(int id, CaptionHandlers handlers);
     void SyncChrome();
     void Arrange();
     void Picture3_Resize();
     void Paint(HDC dc);
 
     void CheckRow(long row);
-    void ShowPopupMenu();
     template <class Handler>
     void Fire(Handler&& handler) {
         vb::RunEvent(ui_, std::forward<Handler>(handler));
@@ -76,7 +73,7 @@ private:
     HWND window_ = nullptr;
     bool ready_ = false;  // the controls exist
     OwnedFont font_, bold_, captionFont_;
-    OwnedBrush body_, white_, bar_, frame_;
+    OwnedBrush body_, white_, bar_;
     OwnedIcon smallIcon_;
 
     std::unique_ptr<SectionTreeView> treeAuto_;
@@ -86,7 +83,7 @@ private:
     HWND lblwait_ = nullptr;
     std::unique_ptr<DetailsPanel> picDetails_;
     HWND lbltotalitem_ = nullptr, lblactiveitem_ = nullptr;
-    CaptionButton CmdClose_, CmdMinimise_;
+    std::unique_ptr<CaptionButton> CmdClose_, CmdMinimise_;
 
     int treeWidth_;    // where Splitter1 stands
     int detailsTop_;   // where Splitter2 stands

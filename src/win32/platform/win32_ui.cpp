@@ -1,6 +1,7 @@
 #include "win32/platform/win32_ui.h"
 
 #include <windows.h>
+#include <commdlg.h>
 
 #include <cstdio>
 #include <vector>
@@ -52,6 +53,7 @@ void Win32Ui::DoEvents() {
 }
 
 void Win32Ui::SetMousePointer(int pointer) {
+    mousePointer_ = pointer;
     ::SetCursor(::LoadCursor(nullptr, pointer == kMousePointerHourglass ? IDC_WAIT : IDC_ARROW));
 }
 
@@ -70,6 +72,26 @@ void Win32Ui::ShowAboutBox() {
     const std::string name = OwnVersionString("ProductName");
     const std::string text = name + " " + OwnVersionString("FileVersion") + "\r\n" + OwnVersionString("FileDescription");
     ::MessageBoxA(GetActiveWindow(), text.c_str(), ("About " + name).c_str(), MB_OK | MB_ICONINFORMATION);
+}
+
+bool Win32Ui::ShowOpen(const std::string& filter, std::string& fileName, WindowHandle owner) {
+    // "description|pattern|" pairs become the NUL-separated list the dialog takes.
+    std::string pairs = filter;
+    for (char& ch : pairs)
+        if (ch == '|') ch = '\0';
+    pairs.push_back('\0');
+    char file[MAX_PATH] = {};
+    fileName.copy(file, MAX_PATH - 1);
+    OPENFILENAMEA dialog = {};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = reinterpret_cast<HWND>(owner);
+    dialog.lpstrFilter = pairs.c_str();
+    dialog.lpstrFile = file;
+    dialog.nMaxFile = MAX_PATH;
+    dialog.Flags = OFN_HIDEREADONLY | OFN_EXPLORER;
+    if (!::GetOpenFileNameA(&dialog)) return false;
+    fileName = file;
+    return true;
 }
 
 void Win32Ui::DragForm(WindowHandle window) {

@@ -13,10 +13,12 @@ public:
     int MsgBox(const std::string& prompt, int style, const std::string& title) override;
     void DoEvents() override;
     void SetMousePointer(int pointer) override;
+    int MousePointer() const override { return mousePointer_; }
     void Beep() override;
     void ActivityLog(const std::string& line) override;
     void RemoveTrayIcon() override;
     void ShowAboutBox() override;
+    bool ShowOpen(const std::string& filter, std::string& fileName, WindowHandle owner) override;
     void DragForm(WindowHandle window) override;
     WindowHandle FindWindowA(const char* className, const char* title) override;
     bool ShowWindow(WindowHandle window, int command) override;
@@ -30,6 +32,7 @@ public:
 private:
     static constexpr unsigned long long kPassInterval = 10;  // milliseconds
     std::string appTitle_;
+    int mousePointer_ = kMousePointerDefault;
     bool pumped_ = false;
     unsigned long long lastPass_ = 0;
 };

@@ -1,0 +1,31 @@
+#pragma once
+// The dialog that copies the selected row of the main list into another Run
+// section's key. It is a move in name only: the source value stays.
+#include <array>
+#include <string>
+
+#include "forms/SkinnedDialog.h"
+#include "frame/FrmMain2.h"
+
+namespace tessmark::forms {
+
+class FrmMove : public SkinnedDialog {
+public:
+    explicit FrmMove(frame::FrmMain2& main);
+
+    const std::string Caption = "Move";
+    frame::TreeState treeAuto;  // its own tree, not the main form's
+    frame::LabelState lblEntry;
+    const std::array<std::string, 2> cmdCommon = {"&Ok", "&Cancel"};
+    static constexpr const char* kHeading = "Move Selected Item to:";
+    static constexpr const char* kExplanation =
+        "Select which section you want to move the item to. This determines when the chosen program starts.";
+
+    void Form_Load();
+    void cmdCommon_Click(int Index);
+
+private:
+    frame::FrmMain2& main_;
+};
+
+}  // namespace tessmark::forms

@@ -1,0 +1,43 @@
+#pragma once
+// The look of the caption-less windows: a painted frame with a caption strip,
+// and picture boxes that play the caption buttons with resource bitmaps.
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "win32/app/box.h"
+#include "win32/app/handles.h"
+
+namespace tessmark::app {
+
+inline constexpr int kCaptionStrip = 25;  // the strip a press drags the window by
+inline constexpr COLORREF kBodyColour = RGB(0xE9, 0xEE, 0xF5);
+
+OwnedFont Tahoma(int height, int weight);
+
+// The body, the caption strip with the small icon and the caption, and the frame.
+void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::string& caption);
+
+// A caption button: its bitmap is loaded by resource name when the name changes.
+class CaptionButton {
+public:
+    struct Handlers {
+        std::function<void(int button)> down;
+        std::function<void()> move;
+        std::function<void(int button)> up;
+    };
+    // A pressed button keeps the mouse until the button goes up, wherever that happens.
+    CaptionButton(HWND parent, int id, HBRUSH background, Handlers handlers);
+
+    HWND hwnd() const { return box_->hwnd(); }
+    void Sync(const std::string& name);
+
+private:
+    std::unique_ptr<Box> box_;
+    std::string name_;
+    OwnedBitmap bitmap_;
+};
+
+}  // namespace tessmark::app
