@@ -8,6 +8,7 @@
 #include "win32/app/box.h"
 #include "win32/app/controls.h"
 #include "win32/app/handles.h"
+#include "win32/app/skin.h"
 
 namespace tessmark::app {
 
@@ -19,7 +20,6 @@ using monitor::NotifyFont;
 
 constexpr int kWidth = ToPixels(monitor::kNotifyWidth);
 constexpr int kHeight = ToPixels(monitor::kNotifyHeight);
-constexpr int kCaptionStrip = 25;
 // Posted to a window whose form was unloaded: it goes once that event is over.
 constexpr UINT kRetire = WM_APP + 1;
 constexpr RECT kCmdClose{kWidth - 6 - monitor::kNotifyCloseWidth, 4, kWidth - 6, 4 + monitor::kNotifyCloseHeight};
@@ -27,24 +27,8 @@ constexpr RECT kCmdClose{kWidth - 6 - monitor::kNotifyCloseWidth, 4, kWidth - 6,
 constexpr int kPanelLeft = (monitor::kNotifyBackgroundWidth - monitor::kNotifyPanelWidth) / 2;
 constexpr int kPanelTop = kCaptionStrip + 4;
 
-constexpr COLORREF kBodyColour = RGB(0xE9, 0xEE, 0xF5);
 constexpr COLORREF kPanelColour = RGB(0xFF, 0xFF, 0xFF);
 constexpr COLORREF kPanelEdge = RGB(0xC8, 0xD3, 0xE2);
-constexpr COLORREF kFrameColour = RGB(0x30, 0x48, 0x6A);
-constexpr COLORREF kCaptionTop = RGB(0x5B, 0x7F, 0xAE);
-constexpr COLORREF kCaptionBottom = RGB(0x30, 0x48, 0x6A);
-
-OwnedFont Font(const char* face, int height, int weight = FW_NORMAL) {
-    return OwnedFont(CreateFontA(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                                 CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, face));
-}
-
-void FillSolid(HDC dc, const RECT& area, COLORREF colour) {
-    SetBkColor(dc, colour);
-    ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
-}
-
-int Blend(int from, int to, int step, int steps) { return from + (to - from) * step / steps; }
 
 }  // namespace
 
@@ -93,9 +77,9 @@ public:
 NotifyWindow::NotifyWindow(FrmNotify& form, platform::UiServices& ui)
     : form_(form),
       ui_(ui),
-      sans_(Font("MS Sans Serif", 11)),
+      sans_(Font("MS Sans Serif", 11, FW_NORMAL)),
       arial_(Font("Arial", 12, FW_BOLD)),
-      tahoma_(Font("Tahoma", 11)),
+      tahoma_(Font("Tahoma", 11, FW_NORMAL)),
       body_(CreateSolidBrush(kBodyColour)) {
     HINSTANCE instance = GetModuleHandleA(nullptr);
     WNDCLASSA existing = {};
@@ -199,14 +183,7 @@ void NotifyWindow::Refresh() {
 
 void NotifyWindow::Paint(HDC dc) {
     const RECT client{0, 0, kWidth, kHeight};
-    FillSolid(dc, {0, kCaptionStrip, client.right, client.bottom}, kBodyColour);
-    for (int y = 0; y < kCaptionStrip; ++y) {
-        const COLORREF shade =
-            RGB(Blend(GetRValue(kCaptionTop), GetRValue(kCaptionBottom), y, kCaptionStrip),
-                Blend(GetGValue(kCaptionTop), GetGValue(kCaptionBottom), y, kCaptionStrip),
-                Blend(GetBValue(kCaptionTop), GetBValue(kCaptionBottom), y, kCaptionStrip));
-        FillSolid(dc, {0, y, client.right, y + 1}, shade);
-    }
+    PaintBody(dc, client);
     // Image2: the white panel the texts stand on.
     const RECT panel{kPanelLeft, kPanelTop, kPanelLeft + monitor::kNotifyPanelWidth,
                      kPanelTop + monitor::kNotifyPanelHeight};
@@ -220,9 +197,7 @@ void NotifyWindow::Paint(HDC dc) {
     RECT text{10, 0, client.right, kCaptionStrip};
     DrawTextA(dc, "Tessmark", -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     SelectObject(dc, oldFont);
-    HBRUSH frame = CreateSolidBrush(kFrameColour);
-    FrameRect(dc, &client, frame);
-    DeleteObject(frame);
+    PaintFrame(dc, client);
 }
 
 LRESULT CALLBACK NotifyWindow::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

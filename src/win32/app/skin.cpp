@@ -10,21 +10,19 @@ constexpr COLORREF kCaptionBottom = RGB(0x30, 0x48, 0x6A);
 
 int Blend(int from, int to, int step, int steps) { return from + (to - from) * step / steps; }
 
+}  // namespace
+
+OwnedFont Font(const char* face, int height, int weight) {
+    return OwnedFont(CreateFontA(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                                 CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, face));
+}
+
 void FillSolid(HDC dc, const RECT& area, COLORREF colour) {
     SetBkColor(dc, colour);
     ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
 }
 
-}  // namespace
-
-OwnedFont Tahoma(int height, int weight) {
-    return OwnedFont(CreateFontA(-height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                                 CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, "Tahoma"));
-}
-
-void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::string& caption) {
-    RECT client;
-    GetClientRect(window, &client);
+void PaintBody(HDC dc, const RECT& client) {
     FillSolid(dc, {0, kCaptionStrip, client.right, client.bottom}, kBodyColour);
     for (int y = 0; y < kCaptionStrip; ++y) {
         const COLORREF shade =
@@ -33,6 +31,17 @@ void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::st
                 Blend(GetBValue(kCaptionTop), GetBValue(kCaptionBottom), y, kCaptionStrip));
         FillSolid(dc, {0, y, client.right, y + 1}, shade);
     }
+}
+
+void PaintFrame(HDC dc, const RECT& client) {
+    OwnedBrush frame(CreateSolidBrush(kFrameColour));
+    FrameRect(dc, &client, frame.get());
+}
+
+void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::string& caption) {
+    RECT client;
+    GetClientRect(window, &client);
+    PaintBody(dc, client);
     DrawIconEx(dc, 6, (kCaptionStrip - 16) / 2, icon, 16, 16, 0, nullptr, DI_NORMAL);
     HGDIOBJ oldFont = SelectObject(dc, captionFont);
     SetBkMode(dc, TRANSPARENT);
@@ -40,8 +49,7 @@ void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::st
     RECT text{28, 0, client.right, kCaptionStrip};
     DrawTextA(dc, caption.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     SelectObject(dc, oldFont);
-    OwnedBrush frame(CreateSolidBrush(kFrameColour));
-    FrameRect(dc, &client, frame.get());
+    PaintFrame(dc, client);
 }
 
 CaptionButton::CaptionButton(HWND parent, int id, HBRUSH background, Handlers handlers)

@@ -15,8 +15,14 @@ namespace tessmark::app {
 inline constexpr int kCaptionStrip = 25;  // the strip a press drags the window by
 inline constexpr COLORREF kBodyColour = RGB(0xE9, 0xEE, 0xF5);
 
-OwnedFont Tahoma(int height, int weight);
+OwnedFont Font(const char* face, int height, int weight);
+inline OwnedFont Tahoma(int height, int weight) { return Font("Tahoma", height, weight); }
 
+void FillSolid(HDC dc, const RECT& area, COLORREF colour);
+// The body and the shaded caption strip of a client area.
+void PaintBody(HDC dc, const RECT& client);
+// The thin frame around a client area.
+void PaintFrame(HDC dc, const RECT& client);
 // The body, the caption strip with the small icon and the caption, and the frame.
 void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::string& caption);
 
