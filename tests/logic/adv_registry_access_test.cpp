@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "machine.h"
+#include "raw_values.h"
 #include "registry/AdvRegistryAccess.h"
 
 using tessmark::platform::RegHandle;
@@ -22,7 +23,7 @@ namespace {
 
 const string kScratch = machines::kScratchKey;
 const string kUserPath = "HKEY_CURRENT_USER\\" + kScratch;
-using RawValue = std::pair<std::uint32_t, string>;  // type and data
+using tessmark::testing::RawValue;
 
 class AdvRegistryAccessTest : public ::testing::Test {
 protected:
@@ -31,28 +32,23 @@ protected:
         machines::DeleteTree(port, reg::kLocalMachine, kScratch);
     }
     // Direct access through the port, independent of the class.
-    void SetRaw(const string& sub, const string& name, std::uint32_t type = reg::kNone, const string& data = "") {
+    void SetRaw(const string& sub, const string& name, std::uint32_t type, const string& data) {
+        EXPECT_TRUE(machines::SetRaw(port, reg::kCurrentUser, kScratch + sub, name, type, data));
+    }
+    void MakeKey(const string& sub) {
         RegHandle key = 0;
         ASSERT_EQ(port.RegCreateKeyA(reg::kCurrentUser, (kScratch + sub).c_str(), &key), 0);
-        if (type != reg::kNone) {
-            EXPECT_EQ(port.RegSetValueExA(key, name.c_str(), type, reinterpret_cast<const std::uint8_t*>(data.data()),
-                                          static_cast<std::uint32_t>(data.size())), 0);
-        }
         port.RegCloseKey(key);
     }
-    // The key's presence when name is null, else the value.
-    std::optional<RawValue> GetRaw(const string& sub, const char* name) {
+    std::optional<RawValue> GetRaw(const string& sub, const string& name) {
+        return machines::GetRaw(port, reg::kCurrentUser, kScratch + sub, name);
+    }
+    bool KeyThere(const string& sub) {
         RegHandle key = 0;
-        if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0) return std::nullopt;
-        RawValue value{0, string(1024, '\0')};
-        std::uint32_t length = 1024;
-        const bool found = !name || port.RegQueryValueExA(key, name, &value.first,
-                                                          reinterpret_cast<std::uint8_t*>(value.second.data()), &length) == 0;
+        if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0) return false;
         port.RegCloseKey(key);
-        value.second.resize(name ? length : 0);
-        return found ? std::optional(value) : std::nullopt;
+        return true;
     }
-    bool KeyThere(const string& sub) { return GetRaw(sub, nullptr).has_value(); }
 
     std::unique_ptr<machines::TestMachine> machine = machines::MakeTestMachine();
     tessmark::platform::RegistryPort& port = machine->Registry();
@@ -60,7 +56,7 @@ protected:
 };
 
 TEST_F(AdvRegistryAccessTest, RootNamesAreTheFirstFourCharactersAfterShorteningAlsoInsideTheSubkey) {
-    SetRaw("\\Alias", "");
+    MakeKey("\\Alias");
     const std::pair<string, bool> cases[] = {
         {"HKEY_CURRENT_USER\\Software\\TessmarkTest\\Alias", true}, {"hkcu\\software\\tessmarktest\\alias", true},
         {"Hkey_Current_User\\Software\\TessmarkTest\\Alias", true}, {"HKCUX\\Software\\TessmarkTest\\Alias", true},
@@ -110,7 +106,7 @@ TEST_F(AdvRegistryAccessTest, WritersTakeTheAtSignOnlyForTextAndMakeMissingKeysO
 }
 
 TEST_F(AdvRegistryAccessTest, KillersAnswerForTheKeyAndLeaveAKeyWithSubkeys) {
-    SetRaw("\\Parent\\Child", "");
+    MakeKey("\\Parent\\Child");
     EXPECT_NE(access.KillKey(kUserPath + "\\Parent"), 0);
     EXPECT_TRUE(KeyThere("\\Parent\\Child"));
     EXPECT_NE(access.KillKey(kUserPath + "\\Parent\\Child"), 0);
@@ -131,12 +127,12 @@ TEST_F(AdvRegistryAccessTest, EnumKeysErasesTheListAndCountsSubkeys) {
     EXPECT_EQ(access.EnumKeys(kUserPath, keys), -1);
     EXPECT_FALSE(keys.IsDimensioned());
     EXPECT_EQ(access.HaveSubkey(kUserPath), kFalse);
-    SetRaw("", "");
+    MakeKey("");
     EXPECT_EQ(access.EnumKeys(kUserPath, keys), 0);
     EXPECT_FALSE(keys.IsDimensioned());
     EXPECT_EQ(access.HaveSubkey(kUserPath), kFalse);
-    SetRaw("\\Two", "");
-    SetRaw("\\One", "");
+    MakeKey("\\Two");
+    MakeKey("\\One");
     EXPECT_EQ(access.EnumKeys("hkcu\\" + kScratch, keys), 2);
     std::vector<string> names = keys.items();
     std::sort(names.begin(), names.end());

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "machine.h"
+#include "raw_values.h"
 #include "storage/IniFile.h"
 #include "storage/modStartup.h"
 
@@ -87,16 +88,8 @@ public:
         return number;
     }
     // The stored type and every stored byte.
-    std::optional<std::pair<std::uint32_t, std::string>> Raw(platform::RegHandle root, const std::string& key,
-                                                             const std::string& name) {
-        platform::RegHandle handle = 0;
-        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kRead, &handle) != 0) return std::nullopt;
-        std::uint8_t data[4096];
-        std::uint32_t size = sizeof data, type = 0;
-        const auto rc = registry_.RegQueryValueExA(handle, name.c_str(), &type, data, &size);
-        registry_.RegCloseKey(handle);
-        if (rc != 0) return std::nullopt;
-        return std::make_pair(type, std::string(reinterpret_cast<const char*>(data), size));
+    std::optional<RawValue> Raw(platform::RegHandle root, const std::string& key, const std::string& name) {
+        return GetRaw(registry_, root, key, name);
     }
     bool KeyExists(platform::RegHandle root, const std::string& key) {
         platform::RegHandle handle = 0;
@@ -175,13 +168,7 @@ private:
 
     void Put(platform::RegHandle root, const std::string& key, const std::string& name, std::uint32_t type,
              const std::string& bytes) {
-        platform::RegHandle handle = 0;
-        ASSERT_EQ(registry_.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
-        ASSERT_EQ(registry_.RegSetValueExA(handle, name.c_str(), type,
-                                           reinterpret_cast<const std::uint8_t*>(bytes.data()),
-                                           static_cast<std::uint32_t>(bytes.size())),
-                  0);
-        registry_.RegCloseKey(handle);
+        ASSERT_TRUE(SetRaw(registry_, root, key, name, type, bytes)) << key << "\\" << name;
     }
     void Delete(platform::RegHandle root, const std::string& key, const std::string& name) {
         platform::RegHandle handle = 0;
