@@ -16,8 +16,21 @@ using operations::FindSection;
 using operations::S;
 using platform::reg::kLocalMachine;
 
+namespace {
+
 constexpr int kLeftButton = 1;
 constexpr int kCaptionStripTwips = 375;
+
+// The first row of the array with this section, path and name; null when none.
+MonitorRow* FirstRow(vb::Array<MonitorRow>& rows, const std::string& section, const std::string& path,
+                     const std::string& name) {
+    const long last = rows.UBound();
+    for (long i = 0; i <= last; ++i)
+        if (rows[i].Section == section && rows[i].Path == path && rows[i].Name == name) return &rows[i];
+    return nullptr;
+}
+
+}  // namespace
 
 std::string& FrmNotify::Label(std::string_view name) {
     if (name == "LblName") return LblName;
@@ -88,15 +101,7 @@ void FrmNotify::ItemArguments(std::string& itemPath, std::int32_t& itemValue) {
 // The first baseline row of this item gets the new enabled flag, so that the
 // next pass doesn't report what the dialog did.
 void FrmNotify::PatchValues(const std::string& values) {
-    auto& saved = context_.rows.SavedRows;
-    const long last = saved.UBound();
-    for (long i = 0; i <= last; ++i) {
-        MonitorRow& row = saved[i];
-        if (row.Section == ChangeSection && row.Path == ChangePath && row.Name == LblName) {
-            row.Values = values;
-            break;
-        }
-    }
+    if (MonitorRow* row = FirstRow(context_.rows.SavedRows, ChangeSection, ChangePath, LblName)) row->Values = values;
 }
 
 void FrmNotify::CmdDisable_Click() {
@@ -124,15 +129,8 @@ void FrmNotify::MoveBack() {
     objReg().KillValue(newPath, LblName);
     // LblNewSection holds the section of the row with the baseline's index,
     // which is the item's new section only by chance.
-    auto& saved = context_.rows.SavedRows;
-    const long last = saved.UBound();
-    for (long i = 0; i <= last; ++i) {
-        MonitorRow& row = saved[i];
-        if (row.Name == LblName && row.Section == LblNewSection && row.Path == ChangePath) {
-            row.Section = ChangeSection;
-            break;
-        }
-    }
+    if (MonitorRow* row = FirstRow(context_.rows.SavedRows, LblNewSection, ChangePath, LblName))
+        row->Section = ChangeSection;
 }
 
 void FrmNotify::RevertItem() {
@@ -144,15 +142,8 @@ void FrmNotify::RevertItem() {
     // The row comes back into both arrays unless it is there; each grows by
     // one element either way.
     for (vb::Array<MonitorRow>* rows : {&context_.rows.SavedRows, &context_.rows.CurrentRows}) {
-        bool found = false;
+        const bool found = FirstRow(*rows, ChangeSection, ChangePath, LblName) != nullptr;
         const long last = rows->UBound();
-        for (long i = 0; i <= last; ++i) {
-            const MonitorRow& row = (*rows)[i];
-            if (row.Section == ChangeSection && row.Path == ChangePath && row.Name == LblName) {
-                found = true;
-                break;
-            }
-        }
         rows->ReDimPreserve(last + 1);
         if (!found) (*rows)[last + 1] = {LblName, ChangePath, "Yes", ChangeSection, LblKey};
     }
@@ -177,16 +168,8 @@ void FrmNotify::DeleteAgain() {
     }
 
     // The row is blanked where it stands; the arrays keep their length.
-    for (vb::Array<MonitorRow>* rows : {&context_.rows.CurrentRows, &context_.rows.SavedRows}) {
-        const long last = rows->UBound();
-        for (long i = 0; i <= last; ++i) {
-            MonitorRow& row = (*rows)[i];
-            if (row.Section == ChangeSection && row.Path == ChangePath && row.Name == LblName) {
-                row = MonitorRow{};
-                break;
-            }
-        }
-    }
+    for (vb::Array<MonitorRow>* rows : {&context_.rows.CurrentRows, &context_.rows.SavedRows})
+        if (MonitorRow* row = FirstRow(*rows, ChangeSection, ChangePath, LblName)) *row = MonitorRow{};
 }
 
 // ---- window chrome: no Form_MouseMove, so the Close button stays lit once the mouse has been on it
