@@ -1,11 +1,12 @@
 // Measures how long the program takes from its start to a list that shows
 // every entry of a Run key of N values, beside the same for a bare program
-// that fills a list from the key (its floor): five starts each for 10 and for
-// 1,000 values, with the medians and their ratio. Not a test; scripts/bench
-// runs it in a throw-away prefix:
+// that fills a list from the key (its floor), once with the fewest calls and
+// once with the calls the program itself makes: five starts each for 10 and
+// for 1,000 values, with the medians and their ratios. Not a test; scripts/bench
+// runs it on the release build in a throw-away prefix:
 //
 //   scripts/wine-exec build/mingw-x64/tests/gui/tessmark_startup_timing.exe
-//       build/mingw-x64/tessmark.exe build/mingw-x64/tessmark_startup_floor.exe
+//       build/release-x64/tessmark.exe build/release-x64/tessmark_startup_floor.exe
 //
 // (under a display, with TESSMARK_TEST_PREFIX naming the prefix).
 //
@@ -83,20 +84,25 @@ int main(int argc, char** argv) {
         return 2;
     }
     platform::win32::Win32Registry registry;
+    const struct {
+        const char *program, *floorCalls, *label;
+    } starts[] = {{argv[1], "", ""}, {argv[2], "bare", " floor"}, {argv[2], "same-calls", " floor of the same calls"}};
     for (int values : {10, 1000}) {
         SeedRunKey(registry, values);
-        double medians[2];
-        for (int which = 0; which < 2; ++which) {
-            programPath = WindowsPath(argv[1 + which]);
+        double medians[3];
+        for (int which = 0; which < 3; ++which) {
+            programPath = WindowsPath(starts[which].program);
+            SetEnvironmentVariableA("TESSMARK_FLOOR", starts[which].floorCalls);
             std::vector<double> times;
             for (int i = 0; i < kStarts; ++i) times.push_back(TimeToFilledList(values, which == 0));
             std::sort(times.begin(), times.end());
             medians[which] = times[kStarts / 2];
-            std::printf("StartToFilledList/%d%s: median %.3f s (", values, which == 0 ? "" : " floor", medians[which]);
+            std::printf("StartToFilledList/%d%s: median %.3f s (", values, starts[which].label, medians[which]);
             for (double t : times) std::printf(" %.3f", t);
             std::printf(" )\n");
         }
-        std::printf("StartToFilledList/%d: %.2f x its floor\n", values, medians[0] / medians[1]);
+        std::printf("StartToFilledList/%d: %.2f x its floor, %.2f x the floor of the same calls\n", values,
+                    medians[0] / medians[1], medians[0] / medians[2]);
     }
     // The program's memory once "All Items" shows 10,000 Run values.
     SeedRunKey(registry, 10000);
