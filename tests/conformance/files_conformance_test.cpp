@@ -128,7 +128,7 @@ TEST_F(FilesConformance, AttributesAndExistenceTellFilesFromFoldersAndMissingPat
     }
 }
 
-TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePaths) {
+TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePathsAndCompletesRelativeOnes) {
     const std::pair<const char*, const char*> cases[] = {
         {"C:\\a\\..\\b", "C:\\b"},   {"C:\\a\\.\\b\\", "C:\\a\\b\\"}, {"C:\\a\\b\\..\\..\\..\\c", "C:\\c"},
         {"C:\\a/b", "C:\\a\\b"},      {"C:\\a\\\\b", "C:\\a\\b"},   {"C:\\a\\b.", "C:\\a\\b"},
@@ -136,9 +136,7 @@ TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePaths) {
         {"C:\\", "C:\\"},
     };
     for (const auto& [path, expected] : cases) EXPECT_EQ(FullPath(path), expected) << path;
-}
-
-TEST_F(FilesConformance, FullPathNameCompletesRelativePathsFromTheCurrentFolder) {
+    // Relative paths are completed from the current folder.
     const std::string current = FullPath(".");
     ASSERT_GT(current.size(), 3u) << "the current folder is expected below a drive's root";
     ASSERT_EQ(current.substr(1, 2), ":\\");
