@@ -58,15 +58,13 @@ protected:
     }
 };
 
-TEST_F(FilesConformance, WalkGivesEveryEntryOnceWithDotsAttributesAndSizes) {
-    Put("a.txt", "1");
+// A walk gives every entry once, dots and folders included, with attributes and sizes.
+TEST_F(FilesConformance, WalksGiveEveryEntryOnceAndPatternsMatchNamesWithoutRegardToCase) {
+    for (const char* name : {"a.txt", "ab.txt", "abc.txt", "File.TXT", "Long Name.text", "x.lnk"}) Put(name);
     Put("noext", "12345");
     machine->AddFileAttributes(In("noext"), kAttrHidden | kAttrSystem);
     ASSERT_TRUE(files.MkDir(In("Sub")));
-
     const auto entries = Walk(In("*"));
-
-    ASSERT_EQ(Names(In("*")), (std::set<std::string>{".", "..", "a.txt", "noext", "Sub"}));
     for (const char* folder : {".", "..", "Sub"}) EXPECT_TRUE(entries.at(folder).attributes & kAttrDirectory) << folder;
     EXPECT_EQ(entries.at("a.txt").attributes & (kAttrDirectory | kAttrHidden | kAttrSystem), 0u);
     EXPECT_EQ(entries.at("noext").attributes & (kAttrHidden | kAttrSystem), kAttrHidden | kAttrSystem);
@@ -74,32 +72,16 @@ TEST_F(FilesConformance, WalkGivesEveryEntryOnceWithDotsAttributesAndSizes) {
     EXPECT_EQ(entries.at("a.txt").sizeLow, 1u);
     EXPECT_EQ(entries.at("noext").sizeLow, 5u);
     EXPECT_EQ(entries.at("noext").sizeHigh, 0u);
-}
 
-TEST_F(FilesConformance, PatternsMatchNamesWithoutRegardToCase) {
-    for (const char* name : {"a.txt", "ab.txt", "abc.txt", "File.TXT", "noext", "Long Name.text", "x.lnk"}) Put(name);
-    ASSERT_TRUE(files.MkDir(In("Sub")));
     const std::set<std::string> all = {".", "..", "a.txt", "ab.txt", "abc.txt", "File.TXT",
                                        "noext", "Long Name.text", "x.lnk", "Sub"};
     const std::set<std::string> txt = {"a.txt", "ab.txt", "abc.txt", "File.TXT"};
-
     const std::pair<const char*, std::set<std::string>> cases[] = {
-        {"*", all},
-        {"*.*", all},
-        {"*.txt", txt},
-        {"*.TXT", txt},
-        {"?.txt", {"a.txt"}},
-        {"a?.txt", {"ab.txt"}},
-        {"A*", {"a.txt", "ab.txt", "abc.txt"}},
-        {"file.txt", {"File.TXT"}},
-        {"a.txt.", {"a.txt"}},
+        {"*", all},          {"*.*", all},               {"*.txt", txt},          {"*.TXT", txt},
+        {"?.txt", {"a.txt"}}, {"a?.txt", {"ab.txt"}},    {"A*", {"a.txt", "ab.txt", "abc.txt"}},
+        {"file.txt", {"File.TXT"}},                      {"a.txt.", {"a.txt"}},   {"noext.*", {"noext"}},
         {"*.t*", {"a.txt", "ab.txt", "abc.txt", "File.TXT", "Long Name.text"}},
-        {"noext.*", {"noext"}},
-        {"n*.*", {"noext"}},
-        {"*.lnk", {"x.lnk"}},
-        {"sub", {"Sub"}},
-        {"*.tx", {}},
-        {"zz*", {}},
+        {"n*.*", {"noext"}},  {"*.lnk", {"x.lnk"}},      {"sub", {"Sub"}},        {"*.tx", {}},     {"zz*", {}},
     };
     for (const auto& [pattern, expected] : cases) EXPECT_EQ(Names(In(pattern)), expected) << pattern;
 }
@@ -133,10 +115,9 @@ TEST_F(FilesConformance, AttributesAndExistenceTellFilesFromFoldersAndMissingPat
     ASSERT_TRUE(files.MkDir(In("Sub")));
     enum Kind { File, Folder, Missing };
     const std::pair<std::string, Kind> cases[] = {
-        {In("a.txt"), File},           {In("A.TXT"), File},          {In("Sub\\..\\a.txt"), File},
-        {In("Sub"), Folder},           {In("sub\\"), Folder},       {"C:\\", Folder},
-        {In("a.txt\\"), Missing},     {In("nope.txt"), Missing},    {"", Missing},
-        {In("a*.txt"), Missing},
+        {In("a.txt"), File},   {In("A.TXT"), File},      {In("Sub\\..\\a.txt"), File}, {In("Sub"), Folder},
+        {In("sub\\"), Folder}, {"C:\\", Folder},         {In("a.txt\\"), Missing},    {In("nope.txt"), Missing},
+        {"", Missing},         {In("a*.txt"), Missing},
     };
     for (const auto& [path, kind] : cases) {
         const std::uint32_t attributes = files.GetFileAttributesA(path.c_str());
@@ -147,23 +128,15 @@ TEST_F(FilesConformance, AttributesAndExistenceTellFilesFromFoldersAndMissingPat
     }
 }
 
-TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePaths) {
+TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePathsAndCompletesRelativeOnes) {
     const std::pair<const char*, const char*> cases[] = {
-        {"C:\\a\\..\\b", "C:\\b"},
-        {"C:\\a\\.\\b\\", "C:\\a\\b\\"},
-        {"C:\\a\\b\\..\\..\\..\\c", "C:\\c"},
-        {"C:\\a/b", "C:\\a\\b"},
-        {"C:\\a\\\\b", "C:\\a\\b"},
-        {"C:\\a\\b.", "C:\\a\\b"},
-        {"C:\\a\\b. .", "C:\\a\\b"},
-        {"C:\\a\\...", "C:\\a\\"},
-        {"c:\\Mixed\\Case", "c:\\Mixed\\Case"},
+        {"C:\\a\\..\\b", "C:\\b"},   {"C:\\a\\.\\b\\", "C:\\a\\b\\"}, {"C:\\a\\b\\..\\..\\..\\c", "C:\\c"},
+        {"C:\\a/b", "C:\\a\\b"},      {"C:\\a\\\\b", "C:\\a\\b"},   {"C:\\a\\b.", "C:\\a\\b"},
+        {"C:\\a\\b. .", "C:\\a\\b"}, {"C:\\a\\...", "C:\\a\\"},    {"c:\\Mixed\\Case", "c:\\Mixed\\Case"},
         {"C:\\", "C:\\"},
     };
     for (const auto& [path, expected] : cases) EXPECT_EQ(FullPath(path), expected) << path;
-}
-
-TEST_F(FilesConformance, FullPathNameCompletesRelativePathsFromTheCurrentFolder) {
+    // Relative paths are completed from the current folder.
     const std::string current = FullPath(".");
     ASSERT_GT(current.size(), 3u) << "the current folder is expected below a drive's root";
     ASSERT_EQ(current.substr(1, 2), ":\\");
@@ -195,9 +168,8 @@ TEST_F(FilesConformance, FullPathNameReportsTheSizeNeededWhenTheBufferIsShort) {
 TEST_F(FilesConformance, MkDirMakesOneNewFolderUnderAnExistingOne) {
     Put("a.txt");
     const std::pair<std::string, bool> cases[] = {
-        {In("New"), true},         {In("New"), false},         {In("new"), false},
-        {In("Deep\\Er"), false},   {In("a.txt"), false},       {In("Slash\\"), true},
-        {In("New\\Inner"), true},
+        {In("New"), true},  {In("New"), false},    {In("new"), false},       {In("Deep\\Er"), false},
+        {In("a.txt"), false}, {In("Slash\\"), true}, {In("New\\Inner"), true},
     };
     for (const auto& [path, made] : cases) EXPECT_EQ(files.MkDir(path), made) << path;
     for (const char* folder : {"New", "Slash", "New\\Inner"}) EXPECT_TRUE(files.FolderExists(In(folder))) << folder;
@@ -248,11 +220,8 @@ TEST_F(FilesConformance, WholeFileWritesReplaceAndReadBackEveryByte) {
 
 TEST_F(FilesConformance, EnvironmentNamesIgnoreCase) {
     const std::pair<const char*, const char*> cases[] = {
-        {"windir", "C:\\windows"},
-        {"WINDIR", "C:\\windows"},
-        {"ProgramFiles", "C:\\Program Files"},
-        {"programfiles", "C:\\Program Files"},
-        {"TESSMARK_NO_SUCH_VARIABLE", ""},
+        {"windir", "C:\\windows"},             {"WINDIR", "C:\\windows"}, {"ProgramFiles", "C:\\Program Files"},
+        {"programfiles", "C:\\Program Files"}, {"TESSMARK_NO_SUCH_VARIABLE", ""},
     };
     for (const auto& [name, value] : cases) EXPECT_EQ(files.Environ(name), value) << name;
 

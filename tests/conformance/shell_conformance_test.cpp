@@ -61,15 +61,12 @@ TEST_F(ShellConformance, BothStartupFoldersExist) {
     EXPECT_STREQ(path, "unchanged");
 }
 
-TEST_F(ShellConformance, SavedShortcutGivesItsTargetBack) {
+TEST_F(ShellConformance, SavedShortcutGivesItsTargetBackWhereOneCanBeMade) {
     ASSERT_TRUE(shell.SaveShortcut(In("again.lnk"), "C:\\first.exe", "first.exe.exe,0", 1));
     const std::pair<const char*, std::string> cases[] = {
         {"again.lnk", "C:\\second.exe"},  // saving again replaces the shortcut
-        {"program.lnk", kProgram},
-        {"CAPITALS.LNK", kProgram},
-        {"gone.lnk", "C:\\nowhere\\gone.exe"},
-        {"folder.lnk", scratch},
-        {"with blanks.exe.lnk", "C:\\Program Files\\Some Vendor\\tool.exe"},
+        {"program.lnk", kProgram}, {"CAPITALS.LNK", kProgram}, {"gone.lnk", "C:\\nowhere\\gone.exe"},
+        {"folder.lnk", scratch},   {"with blanks.exe.lnk", "C:\\Program Files\\Some Vendor\\tool.exe"},
         {"empty.lnk", ""},
     };
     for (const auto& [name, target] : cases) {
@@ -79,9 +76,7 @@ TEST_F(ShellConformance, SavedShortcutGivesItsTargetBack) {
     // A relative target is completed from the current folder.
     ASSERT_TRUE(shell.SaveShortcut(In("lost.lnk"), "File Not Found", "File Not Found.exe,0", 1));
     EXPECT_EQ(Target(In("lost.lnk")), FullPath("File Not Found"));
-}
-
-TEST_F(ShellConformance, SavingFailsWhereTheShortcutCannotBeMade) {
+    // Saving fails where the shortcut cannot be made.
     for (const std::string& path : {In("plain.txt"), In("web.url"), In("Missing\\a.lnk")}) {
         EXPECT_FALSE(shell.SaveShortcut(path, kProgram, "notepad.exe.exe,0", 1)) << path;
         EXPECT_FALSE(files.FileExists(path)) << path;
@@ -96,12 +91,8 @@ TEST_F(ShellConformance, ReadingATargetFailsForAnythingButAShortcut) {
     ASSERT_TRUE(files.WriteWholeFile(In("site.url"), "[InternetShortcut]\r\nURL=http://example.com/start\r\n"));
 
     const std::pair<std::string, std::string> cases[] = {
-        {In("not saved yet.lnk"), ""},
-        {In("garbage.lnk"), "<error>"},
-        {In("plain.txt"), "<error>"},
-        {In("missing.txt"), "<error>"},
-        {In("real.exe"), "<error>"},
-        {In("REAL.LNK"), kProgram},
+        {In("not saved yet.lnk"), ""}, {In("garbage.lnk"), "<error>"}, {In("plain.txt"), "<error>"},
+        {In("missing.txt"), "<error>"}, {In("real.exe"), "<error>"},   {In("REAL.LNK"), kProgram},
         {In("site.url"), "http://example.com/start"},
     };
     for (const auto& [path, expected] : cases) EXPECT_EQ(Target(path), expected) << path;
@@ -129,11 +120,8 @@ TEST_F(ShellConformance, FileInfoGivesTheShellsNameAndAnImageList) {
     ASSERT_TRUE(files.WriteWholeFile(In("Mixed.TXT"), "text"));
     ASSERT_TRUE(shell.SaveShortcut(In("editor.lnk"), kProgram, "notepad.exe.exe,0", 1));
     const std::pair<std::string, const char*> cases[] = {
-        {kProgram, "notepad.exe"},
-        {Lower(In("Mixed.TXT")), "Mixed.TXT"},
-        {In("editor.lnk"), "editor"},
-        {scratch, "tessmark-test"},
-        {scratch + "\\", "tessmark-test"},
+        {kProgram, "notepad.exe"}, {Lower(In("Mixed.TXT")), "Mixed.TXT"}, {In("editor.lnk"), "editor"},
+        {scratch, "tessmark-test"}, {scratch + "\\", "tessmark-test"},
     };
     for (const auto& [path, shown] : cases) {
         for (std::uint32_t flags : {kIconFlags, kSmallIconFlags}) {
@@ -181,7 +169,10 @@ protected:
     }
 };
 
-TEST_F(VersionConformance, FixedRecordHoldsTheNumbersOfTheResource) {
+// The fixed record holds the resource's numbers, the translation table lists
+// language and code page in order, and strings are found by table and key
+// without regard to case.
+TEST_F(VersionConformance, BlockHoldsTheFixedRecordTheTranslationsAndTheStrings) {
     using namespace fixture;
     const std::vector<std::uint32_t> fixed = Words("\\");
     ASSERT_EQ(fixed.size(), 13u);
@@ -192,16 +183,9 @@ TEST_F(VersionConformance, FixedRecordHoldsTheNumbersOfTheResource) {
                                                    std::uint32_t(kProductVersion[0]) << 16 | kProductVersion[1],
                                                    std::uint32_t(kProductVersion[2]) << 16 | kProductVersion[3],
                                                    FIXTURE_FILE_FLAGS, FIXTURE_FILE_OS, FIXTURE_FILE_TYPE}));
-}
-
-TEST_F(VersionConformance, TranslationTableListsLanguageAndCodePageInOrder) {
-    using namespace fixture;
     EXPECT_EQ(Words("\\VarFileInfo\\Translation"),
               (std::vector<std::uint32_t>{FIXTURE_CODE_PAGE << 16 | kGerman, FIXTURE_CODE_PAGE << 16 | kEnglish}));
-}
-
-TEST_F(VersionConformance, StringsAreFoundByTableAndKeyWithoutRegardToCase) {
-    const std::pair<const char*, const char*> cases[] = {
+    const std::pair<const char*, const char*> strings[] = {
         {"\\StringFileInfo\\040904E4\\CompanyName", FIXTURE_COMPANY_NAME},
         {"\\stringfileinfo\\040904e4\\companyname", FIXTURE_COMPANY_NAME},
         {"\\StringFileInfo\\040904E4\\FileVersion", FIXTURE_FILE_VERSION_TEXT},
@@ -212,23 +196,21 @@ TEST_F(VersionConformance, StringsAreFoundByTableAndKeyWithoutRegardToCase) {
         {"\\StringFileInfo\\040904E4\\Comments", nullptr},
         {"\\VarFileInfo\\Nothing", nullptr},
     };
-    for (const auto& [subBlock, text] : cases) {
+    for (const auto& [subBlock, text] : strings) {
         std::vector<std::uint8_t> value{1, 2, 3};
         EXPECT_EQ(shell.VerQueryValueA(block, subBlock, &value), text != nullptr) << subBlock;
         if (text) EXPECT_EQ(std::string(value.begin(), value.end()), std::string(text) + '\0') << subBlock;
     }
 }
 
-TEST_F(ShellConformance, FilesWithoutVersionResourceHaveNoBlock) {
+TEST_F(ShellConformance, FilesWithoutVersionResourceHaveNoBlockAndLanguagesHaveNames) {
     ASSERT_TRUE(files.WriteWholeFile(In("plain.exe"), "MZ"));
     for (const std::string& path : {In("plain.exe"), In("missing.exe")}) {
         std::vector<std::uint8_t> block;
         EXPECT_EQ(shell.GetFileVersionInfoSizeA(path.c_str()), 0u) << path;
         EXPECT_FALSE(shell.GetFileVersionInfoA(path.c_str(), &block)) << path;
     }
-}
-
-TEST_F(ShellConformance, LanguageNamesCountTheirCharacters) {
+    // Language names count their characters.
     const std::pair<std::uint32_t, const char*> cases[] = {{0x0409, "English"}, {0x0407, "German"}};
     for (const auto& [language, name] : cases) {
         char buffer[256];

@@ -91,25 +91,17 @@ struct Remote {
     }
 };
 
-BOOL CALLBACK CollectStaticText(HWND child, LPARAM texts) {
-    char cls[64] = {};
-    GetClassNameA(child, cls, sizeof cls);
-    if (lstrcmpiA(cls, "Static") == 0 && !TextOf(child).empty())
-        reinterpret_cast<std::vector<std::string>*>(texts)->push_back(TextOf(child));
-    return TRUE;
-}
-
-BOOL CALLBACK FindById(HWND child, LPARAM search) {
-    auto* s = reinterpret_cast<std::pair<int, HWND>*>(search);
-    if (GetDlgCtrlID(child) != s->first) return TRUE;
-    s->second = child;
-    return FALSE;
-}
 }  // namespace
 
 std::vector<std::string> StaticTexts(HWND dialog) {
     std::vector<std::string> texts;
-    EnumChildWindows(dialog, CollectStaticText, reinterpret_cast<LPARAM>(&texts));
+    EnumChildWindows(dialog, [](HWND child, LPARAM found) -> BOOL {
+        char cls[64] = {};
+        GetClassNameA(child, cls, sizeof cls);
+        if (lstrcmpiA(cls, "Static") == 0 && !TextOf(child).empty())
+            reinterpret_cast<std::vector<std::string>*>(found)->push_back(TextOf(child));
+        return TRUE;
+    }, reinterpret_cast<LPARAM>(&texts));
     return texts;
 }
 
@@ -119,7 +111,11 @@ void PressOk(HWND dialog) {
 
 HWND Descendant(HWND window, int id) {
     std::pair<int, HWND> search{id, nullptr};
-    EnumChildWindows(window, FindById, reinterpret_cast<LPARAM>(&search));
+    EnumChildWindows(window, [](HWND child, LPARAM found) -> BOOL {
+        auto* s = reinterpret_cast<std::pair<int, HWND>*>(found);
+        if (GetDlgCtrlID(child) == s->first) s->second = child;
+        return s->second == nullptr;
+    }, reinterpret_cast<LPARAM>(&search));
     return search.second;
 }
 

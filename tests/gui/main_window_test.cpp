@@ -160,7 +160,9 @@ TEST_F(MainWindow, ClearingARowsCheckBoxDisablesTheEntryAndSettingItPutsItBackBy
     EXPECT_EQ(Stored("Run", "Gamma"), "");
 }
 
-TEST_F(MainWindow, AStartupShortcutClearedAndSetAgainComesBackNamedAfterItsRow) {
+// One start: a Startup shortcut cleared and set again, an entry moved with the
+// item menu, and the caption's minimise button.
+TEST_F(MainWindow, AShortcutComesBackNamedAfterItsRowMoveCopiesTheEntryAndMinimiseGoesToTheTaskBar) {
     ASSERT_TRUE(program->DismissStartMessage());
     char folder[MAX_PATH] = {};
     ASSERT_EQ(SHGetFolderPathA(nullptr, CSIDL_COMMON_STARTUP, nullptr, 0, folder), S_OK);
@@ -178,15 +180,38 @@ TEST_F(MainWindow, AStartupShortcutClearedAndSetAgainComesBackNamedAfterItsRow) 
     EXPECT_EQ(GetFileAttributesA((dir + "\\Editor.lnk").c_str()), INVALID_FILE_ATTRIBUTES);
     ClickCheckBox(*program, list, 0);
     EXPECT_TRUE(WaitUntil([&] { return ListRows(*program, list)[0].checked; }));
-
     std::string target;
     EXPECT_TRUE(disk.ShortcutTarget(dir + "\\" + name + ".lnk", &target)) << name;
     EXPECT_EQ(target, "C:\\windows\\notepad.exe");
     DeleteFileA((dir + "\\" + name + ".lnk").c_str());
-}
 
-TEST_F(MainWindow, CaptionMinimiseButtonSendsTheWindowToTheTaskBar) {
-    ASSERT_TRUE(program->DismissStartMessage());
+    // Registry / All Users / Run, whose first row (Alpha) is selected after the population.
+    ClickNode(*program, tree, TreeNodes(*program, tree)[6].item);
+    ASSERT_TRUE(WaitUntil([&] { return ListRows(*program, list).size() == 3; }));
+    PostMessageA(list, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
+    HWND menu = program->WaitForWindow("#32768", nullptr);
+    ASSERT_NE(menu, nullptr) << "no popup";
+    // Backup, Restore, Refresh, Add Program, Disable, Delete, Move.
+    for (int i = 0; i < 7; ++i) PostMessageA(menu, WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageA(menu, WM_KEYDOWN, VK_RETURN, 0);
+    HWND dialog = program->WaitForWindow(id::kDialogClass, "Move");
+    ASSERT_NE(dialog, nullptr) << "no Move dialog";
+    HWND moveTree = Descendant(dialog, id::moveTree);
+    const auto targets = TreeNodes(*program, moveTree);
+    ASSERT_EQ(targets.size(), 11u);
+    EXPECT_TRUE(targets[0].selected);
+    ClickNode(*program, moveTree, targets[9].item);  // Current User / Run Once
+    ASSERT_TRUE(WaitUntil([&] { return TreeNodes(*program, moveTree)[9].selected; }));
+    PostMessageA(Descendant(dialog, id::cmdCommon0), BM_CLICK, 0, 0);
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
+    char value[64] = {};
+    DWORD size = sizeof value;
+    EXPECT_EQ(RegGetValueA(HKEY_CURRENT_USER, (std::string(kRunFamily) + "RunOnce").c_str(), "Alpha", RRF_RT_REG_SZ,
+                           nullptr, value, &size),
+              ERROR_SUCCESS);
+    EXPECT_STREQ(value, kVersioned);
+    EXPECT_EQ(ListRows(*program, list).size(), 3u) << "the source row stays";
+
     HWND button = Control(id::CmdMinimise);
     PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
     PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));

@@ -41,15 +41,15 @@ TEST(GetExeName, WorkedExamples) {
     for (const auto& c : cases) EXPECT_EQ(Reduce(c.input), c.want) << c.input;
 }
 
-TEST(GetExeName, HyphenOrCommaInAnExpandedFolderAlsoTruncates) {
-    SystemFolders folders{"C:\\WIN-DOWS", "C:\\Programs,x86"};
-    std::string line = "%windir%\\a.exe";
-    EXPECT_EQ(GetExeName(line, folders), "C:\\WIN");
-    line = "%ProgramFiles%\\a.exe";
-    EXPECT_EQ(GetExeName(line, folders), "C:\\Programs");
-}
-
-TEST(GetExeName, HandsBackTheUnquotedFormBeforeExpansion) {
+// A hyphen or comma in an expanded folder also cuts; the line comes back unquoted, not expanded.
+TEST(GetExeName, ExpandedFoldersAreCutTooAndTheLineComesBackUnquoted) {
+    const SystemFolders folders{"C:\\WIN-DOWS", "C:\\Programs,x86"};
+    const std::pair<const char*, const char*> cases[] = {{"%windir%\\a.exe", "C:\\WIN"},
+                                                         {"%ProgramFiles%\\a.exe", "C:\\Programs"}};
+    for (const auto& [input, want] : cases) {
+        std::string line = input;
+        EXPECT_EQ(GetExeName(line, folders), want) << input;
+    }
     std::string line = std::string("\"%windir%\\a.exe\" -x  \0junk", 25);
     EXPECT_EQ(GetExeName(line, kFolders), "C:\\WINDOWS\\a.exe");
     EXPECT_EQ(line, "%windir%\\a.exe -x");

@@ -2,6 +2,8 @@
 // percentage in the control's own scaling, its caption and its property bag.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "ui/XP_ProgressBar.h"
 #include "vb/vb.h"
 
@@ -49,9 +51,7 @@ TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {
 TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
     XP_ProgressBarModel fresh;
     fresh.ReadProperties({});
-    EXPECT_EQ(fresh.BrushStyle, 4);
-    EXPECT_EQ(fresh.Color, 0x8000000Du);
-    EXPECT_EQ(fresh.Max, 100);
+    EXPECT_EQ(std::tuple(fresh.BrushStyle, fresh.Color, fresh.Max), std::tuple(4, 0x8000000Du, 100));
 
     XP_ProgressBarModel set;
     set.Font = 77;
@@ -63,10 +63,7 @@ TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
     EXPECT_EQ(bag.at("Font"), 77);
     XP_ProgressBarModel read;
     read.ReadProperties(bag);
-    EXPECT_EQ(read.Font, 0);
-    EXPECT_EQ(read.Scrolling, 6);
-    EXPECT_TRUE(read.ShowText);
-    EXPECT_EQ(read.percent, 60);
+    EXPECT_EQ(std::tuple(read.Font, read.Scrolling, read.ShowText, read.percent), std::tuple(0, 6, true, 60));
 }
 
 }  // namespace

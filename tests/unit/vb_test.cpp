@@ -38,17 +38,10 @@ TEST(VbText, SlicesAreOneBasedAndRejectBadArguments) {
 
 TEST(VbText, SearchesFindTheFirstOrLastOccurrence) {
     struct Case { long got, want; } cases[] = {
-        {InStr("a-b-c", "-"), 2},
-        {InStr(3, "a-b-c", "-"), 4},
-        {InStr("abc", "x"), 0},
-        {InStr("abc", ""), 1},
-        {InStr("", "a"), 0},
-        {InStr("ABC", "b"), 0},
-        {InStr("ABC", "b", Compare::Text), 2},
-        {InStrRev("a\\b\\c", "\\"), 4},
-        {InStrRev("abc", "x"), 0},
-        {InStrRev("abcabc", "abc", 5), 1},
-        {InStr(9, "abc", "a"), 0},
+        {InStr("a-b-c", "-"), 2},  {InStr(3, "a-b-c", "-"), 4},           {InStr("abc", "x"), 0},
+        {InStr("abc", ""), 1},     {InStr("", "a"), 0},                   {InStr("ABC", "b"), 0},
+        {InStr(9, "abc", "a"), 0}, {InStr("ABC", "b", Compare::Text), 2}, {InStrRev("a\\b\\c", "\\"), 4},
+        {InStrRev("abc", "x"), 0}, {InStrRev("abcabc", "abc", 5), 1},
     };
     for (const auto& c : cases) EXPECT_EQ(c.got, c.want);
     EXPECT_EQ(ErrorOf([] { InStr(0, "a", "a"); }), err::kInvalidCall);
@@ -154,18 +147,13 @@ TEST(VbErrors, TopLevelHandlerShowsTheMessageAndEndsWhateverWasThrown) {
 
 TEST(RegistryHex, StrToBinKeepsHalfTheDigitsRoundedToEvenPieces) {
     struct Case { string hex, raw; } cases[] = {
-        {"41 42", "AB"},
-        {" 41 42 ", "AB"},
-        {"00", string("\0", 1)},
-        {"0041", string("\0A", 2)},
-        {"", ""},
-        {"   ", ""},
+        {"41 42", "AB"}, {" 41 42 ", "AB"}, {"00", string("\0", 1)}, {"0041", string("\0A", 2)}, {"", ""}, {"   ", ""},
+        {"ff", "\xFF"},
         {"4", ""},                  // 1 digit: 0.5 rounds to no piece
         {"414", "A\x04"},           // 3 digits: 1.5 rounds to two pieces
         {"41424", "AB"},            // 5 digits: 2.5 rounds to two pieces
         {"4142434", "ABC\x04"},     // 7 digits: 3.5 rounds to four pieces
         {"zz4g", string("\0\x04", 2)},  // reading stops at the first non-digit
-        {"ff", "\xFF"},
     };
     for (const auto& c : cases) {
         string in = c.hex;
