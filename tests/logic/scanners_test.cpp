@@ -336,7 +336,7 @@ TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
                                 {"", "", "", "Registry\\All Users\\Logon\\Shell", "\"8\""}};
     for (const auto& c : cases) {
         Reset();
-        SetString(HKLM, c.disabled ? logonKey + "\\AutorunsDisabled" : logonKey, c.name, c.data);
+        places->Set(HKLM, c.disabled ? logonKey + "\\AutorunsDisabled" : logonKey, c.name, c.data);
         discovery::AddLogon(form, logonKey, static_cast<std::int16_t>(c.type));
         std::vector<RowView> expected;
         for (const Row& row : c.rows)
@@ -347,8 +347,8 @@ TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
 
 TEST_F(Scanners, EnabledRowsPumpMessagesAndThePointerShowsTheHourglassUnlessTheTimerRuns) {
     Touch(W + "\\System32\\userinit.exe");
-    SetString(HKLM, logonKey, "Userinit", "userinit.exe,userinit.exe");
-    SetString(HKLM, logonKey + "\\AutorunsDisabled", "Userinit", "userinit.exe");
+    places->Set(HKLM, logonKey, "Userinit", "userinit.exe,userinit.exe");
+    places->Set(HKLM, logonKey + "\\AutorunsDisabled", "Userinit", "userinit.exe");
     auto& ui = machine->Ui();
     discovery::AddLogon(form, logonKey, 2);
     EXPECT_EQ(list.Count(), 3);
@@ -363,7 +363,7 @@ TEST_F(Scanners, EnabledRowsPumpMessagesAndThePointerShowsTheHourglassUnlessTheT
 
 TEST_F(Scanners, AHandlerThatClearsTheListWhileTheSearchPumpsLeavesTheRowsAddedAfterIt) {
     Touch(P + "\\b.exe");
-    SetString(HKLM, logonKey, "Userinit", "a.exe,b.exe");
+    places->Set(HKLM, logonKey, "Userinit", "a.exe,b.exe");
     machine->Ui().onDoEvents = [&] { list.Clear(); };
     discovery::AddLogon(form, logonKey, 2);
     machine->Ui().onDoEvents = nullptr;
@@ -385,8 +385,8 @@ TEST_F(Scanners, AddLogonFolderAppendsAProgramWithTheValuesSeparator) {
     };
     for (const auto& c : cases) {
         Reset();
-        if (c.before) SetString(HKLM, logonKey, c.name, c.before);
-        SetString(HKLM, logonKey, "Other", "other.exe");
+        if (c.before) places->Set(HKLM, logonKey, c.name, c.before);
+        places->Set(HKLM, logonKey, "Other", "other.exe");
         discovery::AddLogonFolder(form, logonKey, c.valueName, "b.exe");
         EXPECT_EQ(ReadLogon(c.valueName), c.after) << c.valueName << " = " << (c.before ? c.before : "(none)");
         EXPECT_EQ(ReadLogon("Other"), "other.exe");
