@@ -107,11 +107,6 @@ public:
 
     std::string SideFolder() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse"; }
     std::string SettingsFile() { return SideFolder() + "\\Settings.ini"; }
-    std::string Settings() {
-        std::string text;
-        machine_.Files().ReadWholeFile(SettingsFile(), &text);
-        return text;
-    }
     void IniLine(const std::string& section, const std::string& name, const std::string& value) {
         storage::IniFile writer(machine_.Files());
         writer.IniFilePath(SettingsFile());

@@ -55,11 +55,6 @@ public:
     static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
     static constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
 
-    void SetString(platform::RegHandle root, const std::string& key, const std::string& name,
-                   const std::string& value) {
-        ASSERT_TRUE(SeedString(machine->Registry(), root, key, name, value)) << key << "\\" << name;
-    }
-
     // Makes the file and the folders above it.
     void Touch(const std::string& path) {
         std::string folder = path;

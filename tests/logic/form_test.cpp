@@ -1,0 +1,440 @@
+// The main form's model: start-up, the population behind each tree node, the
+// details panel and the caption buttons; the menu form, the Move and Edit
+// Properties dialogs, and the tray's dormant paths, driven with a scripted view.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "discovery/Logon.h"
+#include "forms/FrmEdit.h"
+#include "forms/FrmMove.h"
+#include "frame/FrmMain2.h"
+#include "frame/catalogue.h"
+#include "item_places.h"
+#include "scan_fixture.h"
+#include "scripted_view.h"
+#include "version_fixture.h"
+
+using namespace tessmark;
+using platform::memory::MessageBoxCall;
+using platform::memory::ProcessEnded;
+using tessmark::testing::StoredValue;
+namespace section = frame::section;
+
+namespace {
+
+constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
+constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
+const std::string kBase = tessmark::testing::kRunBase;
+const std::string kRun = kBase + "Run";
+constexpr const char* kNotepad = "C:\\windows\\notepad.exe";
+constexpr int kCritical = platform::kMbCritical;
+
+class MainForm : public ::testing::Test {
+protected:
+    std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
+    tessmark::testing::ItemPlaces places{*machine};
+    frame::FrmMain2 form{machine->Ports()};
+    tessmark::testing::ScriptedView view;
+    std::vector<MessageBoxCall>& boxes = machine->Ui().messageBoxes;
+
+    // One item in every place a node can list, and nothing else in those places.
+    void SeedEverySection() {
+        // As the load would set them, but with a small tree for the logon scanner's file search.
+        form.folders = {machine->Files().Environ("windir"), machine->ScratchFolder()};
+        for (auto root : {HKLM, platform::reg::kCurrentUser})
+            for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"})
+                places.Set(root, std::string(tessmark::testing::kRunBase) + key, key, "C:\\x.exe");
+        places.Set(HKLM, discovery::LogonKey(1), "StartupPrograms", "rdpclip");
+        places.Set(HKLM, discovery::LogonKey(2), "Userinit", "userinit.exe");
+        places.Set(HKLM, discovery::LogonKey(3), "Shell", "explorer.exe");
+        ASSERT_TRUE(machine->Files().WriteWholeFile(
+            places.SettingsFile(), "[StartupAllUser]\r\nA=C:\\a.exe\r\n[StartupCurrUser]\r\nC=C:\\c.exe\r\n"));
+    }
+
+    // The sections of the rows, each once, in the order they first appear.
+    std::vector<std::string_view> Sections() {
+        std::vector<std::string_view> seen;
+        for (const auto& row : form.ListView1.Rows())
+            if (std::find(seen.begin(), seen.end(), row->SubItems(3)) == seen.end()) seen.push_back(row->SubItems(3));
+        return seen;
+    }
+    void ClickNode(std::string_view key) {
+        form.treeAuto.Nodes.push_back({std::string(key), "", "", 0, false});
+        form.treeAuto.Select(std::string(key));
+        form.treeAuto_Click();
+    }
+};
+
+TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
+    SeedEverySection();
+    form.Form_Load();
+
+    ASSERT_EQ(form.treeAuto.Nodes.size(), 10u);
+    EXPECT_EQ(form.treeAuto.SelectedItem().Key, "main");
+    EXPECT_TRUE(std::all_of(form.treeAuto.Nodes.begin(), form.treeAuto.Nodes.end(),
+                            [](const frame::TreeNodeState& n) { return n.Expanded; }));
+    EXPECT_EQ(form.WindowsFolder(), machine->Files().Environ("windir"));
+    EXPECT_TRUE(machine->Files().FolderExists(machine->Files().Environ("appdata") + "\\Corvane Pulse"));
+    EXPECT_EQ(form.ListView1.Count(), 9);
+    EXPECT_EQ(form.lbltotalitem.Caption, "Total  Item(s) :      9");
+    EXPECT_EQ(form.lblactiveitem.Caption, "Active Item(s):      7");
+
+    auto& ui = machine->Ui();
+    ASSERT_EQ(ui.messageBoxes.size(), 1u);  // its text is checked on the window
+    EXPECT_EQ(ui.messageBoxes[0].style, platform::kMbInformation);
+    // The monitor's pass logs each row, then fails on the missing baseline: no dialog, no baseline.
+    ASSERT_EQ(ui.log.size(), 10u);
+    EXPECT_EQ(ui.log[8], "Tessmark - C Path-> File Not Found Section-> Current User\\Startup");
+    EXPECT_EQ(ui.log.back(), "Tessmark - Form_Load");
+    EXPECT_TRUE(form.monitor.forms.Loaded().empty());
+    EXPECT_FALSE(form.monitor.rows.SavedRows.IsDimensioned());
+    EXPECT_EQ(form.monitor.rows.CurrentRows.UBound(), 9);
+    // Hourglass first, default pointer last; the list is visible again.
+    ASSERT_FALSE(ui.mousePointers.empty());
+    EXPECT_EQ(std::make_pair(ui.mousePointers.front(), ui.mousePointers.back()),
+              std::make_pair(platform::kMousePointerHourglass, platform::kMousePointerDefault));
+    EXPECT_TRUE(form.ListView1.Visible);
+    EXPECT_FALSE(form.lblwait.Visible);
+}
+
+TEST_F(MainForm, EachNodeListsItsOwnSectionsOnly) {
+    SeedEverySection();
+    using V = std::vector<std::string_view>;
+    const V allUsersRegistry = {section::kAllRun, section::kAllRunOnce, section::kAllRunServices,
+                                section::kAllRunServicesOnce, section::kLogonStartupPrograms,
+                                section::kLogonUserInit, section::kLogonShell};
+    V registry = allUsersRegistry;
+    registry.insert(registry.end(), {section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices});
+    const V logon = {section::kLogonStartupPrograms, section::kLogonUserInit, section::kLogonShell};
+    const struct {
+        std::string_view key;
+        V sections;
+    } cases[] = {
+        // All Items: the Run family and the folders, never the logon values.
+        {frame::key::kMain,
+         {section::kAllRun, section::kAllRunOnce, section::kAllRunServices, section::kAllRunServicesOnce,
+          section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices, section::kAllUsersStartup,
+          section::kCurrentUserStartup}},
+        {frame::key::kStartFolder, {section::kAllUsersStartup, section::kCurrentUserStartup}},
+        {frame::key::kAllUsers, {section::kAllUsersStartup}},
+        {frame::key::kCurrUser, {section::kCurrentUserStartup}},
+        {frame::key::kRegistry, registry},
+        {frame::key::kRegAll, allUsersRegistry},
+        {frame::key::kRunExAll, {section::kAllRun}},
+        {frame::key::kRunOnceAll, {section::kAllRunOnce}},
+        {frame::key::kRunServiceAll, {section::kAllRunServices}},
+        {frame::key::kRunServiceOnceAll, {section::kAllRunServicesOnce}},
+        // Keys no node of the main tree carries still dispatch.
+        {frame::key::kRegCurr, {section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices}},
+        {frame::key::kRunServiceCurr, {section::kCurrRunServices}},
+        {frame::key::kLogonAll, logon},
+        {frame::key::kShellAll, {section::kLogonShell}},
+        {frame::key::kDriverAll, {}},
+        {frame::key::kBhoAll, {}},
+        {"nosuchnode", {}},
+    };
+    for (const auto& c : cases) {
+        ClickNode(c.key);
+        EXPECT_EQ(Sections(), c.sections) << c.key;
+        EXPECT_TRUE(form.treeAuto.Enabled) << c.key;
+        EXPECT_TRUE(form.ListView1.Visible) << c.key;
+    }
+    // Clicking an empty section leaves both totals at 0.
+    EXPECT_EQ(form.lbltotalitem.Caption, "Total  Item(s) :      0");
+    EXPECT_EQ(form.lblactiveitem.Caption, "Active Item(s):      0");
+}
+
+TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
+    SeedEverySection();
+    // The first row is selected after a population and the panel follows it.
+    places.Set(HKLM, kRun, "Run", "\"" + machine->VersionedFile() + "\"");
+    ClickNode(frame::key::kRunExAll);
+    EXPECT_EQ(form.LblSection.Caption, "Section: Registry\\All Users\\Run");
+    // A company but no product name: "N/A" first, the company below it.
+    EXPECT_EQ(form.lblNameVer.Caption, "N/A");
+    EXPECT_EQ(form.lblCompanyName.Caption, "Company: " FIXTURE_COMPANY_NAME);
+    EXPECT_NE(form.LblDescription.Caption, "Description: N/A");
+    EXPECT_TRUE(form.imgCheckVisible);
+    EXPECT_FALSE(form.imgNoCheckVisible);
+    EXPECT_FALSE(form.FrmMenu.mnuDisable.Checked);
+    EXPECT_EQ(form.picIcon.Height, 960);
+
+    // A disabled row whose program is missing: "N/A" three times, section filled.
+    ClickNode(frame::key::kAllUsers);
+    EXPECT_EQ(form.lblNameVer.Caption, "N/A");
+    EXPECT_EQ(form.lblCompanyName.Caption, "Company: N/A");
+    EXPECT_EQ(form.LblDescription.Caption, "Description: N/A");
+    EXPECT_EQ(form.LblSection.Caption, "Section: All Users\\Startup");
+    EXPECT_FALSE(form.imgCheckVisible);
+    EXPECT_TRUE(form.imgNoCheckVisible);
+    EXPECT_TRUE(form.FrmMenu.mnuDisable.Checked);
+
+    // Filling an empty section clicks the empty list, which clears the panel.
+    ClickNode(frame::key::kBhoAll);
+    EXPECT_EQ(form.LblSection.Caption, "");
+    EXPECT_FALSE(form.imgNoCheckVisible);
+}
+
+TEST_F(MainForm, SingleSectionsGrowTheImageStoreUntilAllItemsRebuildsIt) {
+    SeedEverySection();
+    places.Set(HKLM, kRun, "Run", "\"" + machine->VersionedFile() + "\"");
+    // Before any full population the first image is the row's, not the program's.
+    ClickNode(frame::key::kRunExAll);
+    ASSERT_EQ(form.imgListIcons.Count(), 1);
+    EXPECT_NE(form.imgListIcons[1], frame::kProgramIcon);
+    ClickNode(frame::key::kRunExAll);
+    EXPECT_EQ(form.imgListIcons.Count(), 2);
+    EXPECT_EQ(form.ListView1(1).SmallIcon, 2);
+
+    ClickNode(frame::key::kMain);
+    ASSERT_EQ(form.imgListIcons.Count(), 2);
+    EXPECT_EQ(form.imgListIcons[1], frame::kProgramIcon);
+    for (const auto& row : form.ListView1.Rows())
+        EXPECT_EQ(row->SmallIcon, row->SubItems(3) == section::kAllRun ? 2 : 1) << row->Text;
+}
+
+TEST_F(MainForm, CaptionButtonsChangeBitmapsOnlyWhenTheHotPartChanges) {
+    form.CmdClose_MouseMove();
+    EXPECT_EQ(form.CmdClosePicture, "close_hover");
+    form.CmdClose_MouseDown(2);
+    EXPECT_EQ(form.CmdClosePicture, "close_hover");
+    form.CmdClose_MouseDown(1);
+    form.CmdClose_MouseMove();  // still the hot part: the pressed bitmap stays
+    EXPECT_EQ(form.CmdClosePicture, "CLOSE_DOWN");
+    // Straight from Close to Minimise.
+    form.CmdMinimise_MouseMove();
+    EXPECT_EQ(form.CmdClosePicture, "close_normal");
+    EXPECT_EQ(form.CmdMinimisePicture, "minimize_hover");
+    form.Form_MouseMove();
+    EXPECT_EQ(form.HotControl, "Form");
+    EXPECT_EQ(form.CmdMinimisePicture, "minimize_normal");
+
+    form.CmdMinimise_MouseUp(2);
+    EXPECT_EQ(form.WindowState, 0);
+    form.CmdMinimise_MouseUp(1);
+    EXPECT_EQ(form.WindowState, 1);
+
+    form.hWnd = 77;
+    form.Form_MouseDown(2, 374);
+    form.Form_MouseDown(1, 375);
+    EXPECT_EQ(machine->Ui().drags, std::vector<platform::WindowHandle>{77});
+}
+
+
+// ---- menus and dialogs, on the main tree
+
+class Dialogs : public MainForm {
+protected:
+    void SetUp() override {
+        form.view = &view;
+        for (const auto& node : frame::kMainTree)
+            form.treeAuto.Nodes.push_back({std::string(node.key), "", std::string(node.parent), 0, true});
+        tessmark::testing::DeleteTree(machine->Registry(), HKLM, kBase + "RunOnceEx");
+    }
+    void TearDown() override { tessmark::testing::DeleteTree(machine->Registry(), HKLM, kBase + "RunOnceEx"); }
+
+    // The main tree on the node, its rows listed, the first one selected.
+    void Show(std::string_view key) {
+        form.treeAuto.Select(std::string(key));
+        form.treeAuto_Click();
+    }
+    discovery::ItemRow& AddRow(const std::string& section, discovery::RowTag tag) {
+        discovery::ItemRow& row = form.ListView1.Add();
+        row.Text = "Tool";
+        row.SubItems(1) = kNotepad;
+        row.SubItems(3) = section;
+        row.Tag = tag;
+        form.ListView1.Select(row);
+        return row;
+    }
+};
+
+TEST_F(Dialogs, MoveWritesTheTargetOfItsTableAndKeepsTheSource) {
+    struct Case {
+        std::string_view source, target;
+        platform::RegHandle root;
+        const char* key;  // null: nothing is written anywhere
+        const char* note;
+    };
+    const Case cases[] = {
+        {"runexall", "runoncecurr", HKCU, "RunOnce", "an ordinary target"},
+        {"runexall", "runserviceall", HKLM, "RunOnceEx", "Run Services of all users writes RunOnceEx"},
+        {"runexall", "runservicecurr", HKCU, nullptr, "the table's spelling reaches no node"},
+        {"runexall", "main", HKCU, nullptr, "All Items is no target"},
+        {"runexall", "runserviceonceall", HKLM, nullptr, "equal positions in the two trees"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.note);
+        places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
+        Show(c.source);
+        form.Tag.clear();
+        view.move = [&](forms::FrmMove& dialog) {
+            EXPECT_EQ(tessmark::testing::Shown(dialog.lblEntry.Caption), "Selected item: Tool");
+            EXPECT_EQ(dialog.treeAuto.SelectedItem().Key, "main");
+            dialog.treeAuto.Select(std::string(c.target));
+            dialog.cmdCommon_Click(0);
+            EXPECT_FALSE(dialog.Loaded());
+        };
+        form.FrmMenu.Choose(form.FrmMenu.mnuMove);
+        EXPECT_EQ(form.Tag, "DELETESELECTED");
+        EXPECT_TRUE(boxes.empty());
+        for (auto root : {HKLM, HKCU})
+            for (const char* key : {"Run", "RunOnce", "RunOnceEx", "RunServices", "RunServiceOnce"}) {
+                const bool source = std::string(key) == "Run" && root == HKLM;
+                const bool target = c.key != nullptr && root == c.root && std::string(key) == c.key;
+                EXPECT_EQ(places.Value(root, kBase + key, "Tool").has_value(), source || target) << key;
+            }
+        for (auto root : {HKLM, HKCU})
+            for (const char* key : {"Run", "RunOnce", "RunOnceEx"})
+                tessmark::testing::DeleteTree(machine->Registry(), root, kBase + key);
+    }
+}
+
+TEST_F(Dialogs, MoveRefusesAndStaysOpenAsItsMessagesSay) {
+    form.treeAuto.Select("runexall");
+    form.FrmMenu.mnuMove_Click();  // no rows
+    AddRow("Registry\\All Users\\Run", 3L);
+    form.treeAuto.Select("main");
+    form.FrmMenu.mnuMove_Click();  // rows of several sections
+    form.treeAuto.Select("runexall");
+    int shown = 0;
+    view.move = [&](forms::FrmMove& dialog) {
+        ++shown;
+        dialog.treeAuto.Select("registry");
+        dialog.cmdCommon_Click(0);
+        EXPECT_TRUE(dialog.Loaded());
+        dialog.cmdCommon_Click(1);
+    };
+    form.FrmMenu.mnuMove_Click();
+    form.ListView1.Clear();
+    form.ListView1.Add();
+    form.FrmMenu.mnuMove_Click();  // rows but none selected: the dialog never shows
+
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(form.Tag, "");
+    EXPECT_EQ(boxes, (std::vector<MessageBoxCall>{
+                         {"Select an item to move", kCritical, "No Item Selected!"},
+                         {"You are not allowed to move item from this section", kCritical, "Invalid Move!!!"},
+                         {"Select a target section.", 0, ""},
+                         {"No Application Selected", kCritical, ""}}));
+}
+
+TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
+    struct Case {
+        std::string_view node;
+        std::string section;
+        discovery::RowTag tag;
+        const char* newName;  // null: OK with nothing changed
+        bool enabled, locked;
+        const char* mark;
+    };
+    const Case cases[] = {
+        {"runexall", "Registry\\All Users\\Run", 3L, "Renamed", true, false, "DELETESELECTED"},
+        {"runexall", "Registry\\All Users\\Run", 3L, nullptr, true, false, ""},
+        {"main", "Registry\\All Users\\Run", 3L, "Renamed", false, false, ""},
+        {"allUsers", "All Users\\Startup", 1L, "Renamed", false, true, ""},
+        {"main", "Registry\\All Users\\Logon\\Shell", std::string("8"), nullptr, false, false, ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.section + " under " + std::string(c.node));
+        form.ListView1.Clear();
+        form.Tag.clear();
+        boxes.clear();
+        const discovery::ItemRow& row = AddRow(c.section, c.tag);
+        form.treeAuto.Select(std::string(c.node));
+        const int beeps = machine->Ui().beeps;
+        view.edit = [&](forms::FrmEdit& dialog) {
+            EXPECT_EQ(dialog.lblSection.Caption, vb::UCase(c.section));
+            EXPECT_EQ(dialog.txtPath.Text, kNotepad);
+            EXPECT_EQ(dialog.txtName.Enabled, c.enabled);
+            EXPECT_EQ(dialog.cmdChangeEnabled, c.enabled);
+            EXPECT_EQ(dialog.txtPath.Locked, c.locked);
+            if (c.newName) dialog.txtName.Text = c.newName;
+            dialog.Command1_Click(0);
+            EXPECT_FALSE(dialog.Loaded());
+            EXPECT_EQ(form.publicVar.EditedItemName, c.newName ? c.newName : "");
+        };
+        form.FrmMenu.Choose(form.FrmMenu.mnuProp);
+        EXPECT_EQ(form.Tag, c.mark);
+        EXPECT_EQ(boxes.size(), c.locked ? 1u : 0u);
+        EXPECT_EQ(machine->Ui().beeps, beeps + 1);
+        EXPECT_EQ(form.publicVar.EditedItemName, "");
+        EXPECT_EQ(row.Text, "Tool");
+    }
+    // Rows but none selected: nothing traps the failed read.
+    form.ListView1.Clear();
+    form.ListView1.Add();
+    EXPECT_THROW(form.mnuProp_Click(), vb::VbError);
+}
+
+TEST_F(Dialogs, BrowsingOpensOnTheProgramAndNamesItInAFolderSection) {
+    AddRow("All Users\\Startup", 1L);
+    form.treeAuto.Select("allUsers");
+    forms::FrmEdit dialog(form);
+    dialog.txtPath.Text = "\"C:\\windows\\notepad.exe\" /a";
+    dialog.cmdChange_Click();  // cancelled: nothing changes
+    EXPECT_EQ(dialog.txtPath.Text, "\"C:\\windows\\notepad.exe\" /a");
+    machine->Ui().openChoices.push_back("C:\\tools\\picked.exe");
+    dialog.cmdChange_Click();
+    EXPECT_EQ(machine->Ui().openDialogs.front(),
+              (std::pair<std::string, std::string>{"Executable Files(*.Exe)|*.exe|", kNotepad}));
+    EXPECT_EQ(dialog.txtPath.Text, "C:\\tools\\picked.exe");
+    EXPECT_EQ(dialog.txtName.Text, "picked.exe");
+}
+
+TEST_F(Dialogs, OnlyHandledMenuEntriesAct) {
+    for (auto* entry : {&form.FrmMenu.mnubackup, &form.FrmMenu.mnurestore, &form.FrmMenu.mnuAddProgram,
+                        &form.FrmMenu.mnuDelete})
+        form.FrmMenu.Choose(*entry);
+    form.FrmMenu.Choose(form.FrmMenu.mnutrayhelp);
+    form.FrmMenu.Choose(form.FrmMenu.mnutrayabout);
+    EXPECT_EQ(boxes, (std::vector<MessageBoxCall>{{"HelpClick", 0, ""}, {"AboutClick", 0, ""}}));
+
+    // A right click pops the item menu; the chosen Refresh fills the list.
+    places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
+    form.treeAuto.Select("runexall");
+    view.choose = [&](const forms::Menu&) { return &form.FrmMenu.mnuRefresh; };
+    form.ListView1_MouseDown(2, 0, 0, 0);
+    EXPECT_EQ(form.ListView1.Count(), 1);
+}
+
+TEST_F(Dialogs, TrayMessagesComeAsTheXCoordinateAndShowHideActsOnlyWhenChecked) {
+    form.treeAuto.Select("runexall");
+    int rightUps = 0;
+    view.choose = [&](const forms::Menu& menu) {
+        rightUps += menu.Name == "mnutrayoption";
+        return nullptr;
+    };
+    for (float x : {514 * 15.f, 516 * 15.f, 517 * 15.f - 7}) form.pictray_MouseDown(0, 0, x, 0);
+    EXPECT_EQ(rightUps, 1);
+    EXPECT_EQ(machine->Ui().trayRemovals, 0);
+    form.pictray_MouseDown(0, 0, 515 * 15.f, 0);
+    EXPECT_EQ(form.Tag, "Stop");
+    EXPECT_EQ(view.shows, 1);
+    EXPECT_EQ(machine->Ui().trayRemovals, 1);
+
+    form.Tag.clear();
+    form.FrmMenu.mnutrayshowhide_Click();
+    form.FrmMenu.mnutrayshowhide_Click();
+    EXPECT_FALSE(form.FrmMenu.mnutrayshowhide.Checked);
+    EXPECT_EQ(view.shows, 2);
+    EXPECT_EQ(machine->Ui().trayRemovals, 2);
+
+}
+
+TEST_F(MainForm, ClosingRemovesTheTrayIconAndEndsReleasingTheInstanceExceptFromTheTray) {
+    int released = 0;
+    form.ReleaseSingleInstance = [&] { ++released; };
+    form.CmdClose_MouseUp(2);
+    EXPECT_EQ(released, 0);
+    // The tray's Exit ends without unloading, so the instance stays taken.
+    const std::pair<const char*, void (*)(frame::FrmMain2&)> ends[] = {
+        {"caption button", [](frame::FrmMain2& f) { f.CmdClose_MouseUp(1); }}, {"button", [](frame::FrmMain2& f) { f.BtnClose_Click(); }},
+        {"tray", [](frame::FrmMain2& f) { f.FrmMenu.mnutrayexit_Click(); }}};
+    for (const auto& [name, end] : ends) EXPECT_THROW(end(form), ProcessEnded) << name;
+    EXPECT_EQ(released, 2);
+    EXPECT_EQ(machine->Ui().trayRemovals, 3);
+}
+
+}  // namespace

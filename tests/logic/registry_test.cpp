@@ -1,0 +1,437 @@
+// The registry routines on the memory registry and on the real one: the
+// handle-addressed reads and writes the scanners use, the path-addressed class
+// the item operations use, and its text files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+
+#include "raw_values.h"
+#include "registry/AdvRegistryAccess.h"
+#include "registry/regenum.h"
+#include "registry/registry_module.h"
+#include "safety/BackupRegistry.h"
+#include "scan_fixture.h"
+
+namespace tessmark::registry {
+// The class's private export, reached with a box of the suite's own: the class
+// itself only ever hands it one that nothing has set.
+struct ExportKeyAccess {
+    static VbBool Export(AdvRegistryAccess& access, const std::string& path, const std::string& file,
+                         VbBool subkeys, TextBox* box) {
+        return access.ExportKey(path, file, subkeys, box);
+    }
+};
+}  // namespace tessmark::registry
+
+using namespace tessmark::registry;
+using tessmark::platform::RegHandle;
+using tessmark::testing::RawValue;
+using tessmark::vb::Array;
+using std::string;
+using namespace std::string_literals;
+namespace reg = tessmark::platform::reg;
+namespace machines = tessmark::testing;
+
+namespace {
+
+const string kScratch = machines::kScratchKey;
+constexpr RegHandle kUser = reg::kCurrentUser;
+const string kUserPath = "HKEY_CURRENT_USER\\" + kScratch, kLong = kUserPath;
+
+class Registry : public ::testing::Test {
+protected:
+    void TearDown() override {
+        machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+        machines::DeleteTree(port, reg::kLocalMachine, kScratch);
+    }
+    // Straight through the port, independent of the code under test; "sub" is
+    // "" or starts with a backslash.
+    void Set(const string& sub, const string& name, std::uint32_t type, const string& data) {
+        ASSERT_TRUE(machines::SetRaw(port, reg::kCurrentUser, kScratch + sub, name, type, data)) << sub;
+    }
+    std::optional<RawValue> Get(const string& sub, const string& name) {
+        return machines::GetRaw(port, reg::kCurrentUser, kScratch + sub, name);
+    }
+    void MakeKey(const string& sub) {
+        RegHandle key = 0;
+        ASSERT_EQ(port.RegCreateKeyA(reg::kCurrentUser, (kScratch + sub).c_str(), &key), 0);
+        port.RegCloseKey(key);
+    }
+    bool KeyThere(const string& sub) {
+        RegHandle key = 0;
+        if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0) return false;
+        port.RegCloseKey(key);
+        return true;
+    }
+    // One of each kind, named so that creation order and sorted order agree.
+    void SeedExportKey() {
+        for (const auto& [name, type, data] : {std::tuple{"", reg::kSz, "d\0"s}, {"a", reg::kSz, "x\"y=z\0"s},
+                                               {"b", reg::kBinary, "Jo"s}, {"c", reg::kBinary, ""s},
+                                               {"d", reg::kDword, "\x1F\0\0\0"s}, {"e", reg::kDword, "\xFF\xFF\xFF\xFF"s},
+                                               {"f", reg::kExpandSz, "%x%\0"s}})
+            Set("\\Export", name, type, data);
+        Set("\\Export\\Sub", "g", reg::kMultiSz, "m\0\0"s);
+    }
+    string Read(const string& file) {
+        string text;
+        EXPECT_TRUE(machine->Files().ReadWholeFile(file, &text)) << file;
+        return text;
+    }
+
+    std::unique_ptr<machines::TestMachine> machine = machines::MakeTestMachine();
+    tessmark::platform::RegistryPort& port = machine->Registry();
+    AdvRegistryAccess access{port, machine->Files(), machine->Ui()};
+    const string folder = machine->ScratchFolder();
+};
+
+// ---- the handle-addressed routines
+
+std::string Nuls(std::size_t count) { return std::string(count, '\0'); }
+
+TEST_F(Registry, QueryRegValueGivesTheBufferTrimmedOfBlanks) {
+    struct Case {
+        const char* name;
+        std::uint32_t type;
+        std::string data;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {"text", reg::kSz, "abc", "abc" + Nuls(1021)},  // first NUL at the fourth place
+        {"leading blanks", reg::kSz, "  abc  ", "abc  " + Nuls(1017)},
+        {"dword", reg::kDword, "\x2a\x00\x00\x00"s, "\x2a" + Nuls(1023)},
+        {"expand", reg::kExpandSz, "%windir%", "%windir%" + Nuls(1016)},
+        {"fills 1024", reg::kSz, std::string(1023, 'x'), std::string(1023, 'x') + Nuls(1)},
+        {"over 1024", reg::kSz, std::string(1024, 'x'), Nuls(1024)},
+        {"binary over 1024", reg::kBinary, std::string(1025, 'x'), Nuls(1024)},
+    };
+    for (const Case& c : cases) Set("\\Values", c.name, c.type, c.data);
+    const RegHandle key = OpenRegKey(port, kUser, kScratch + "\\Values");
+    ASSERT_NE(key, 0u);
+    for (const Case& c : cases) EXPECT_EQ(QueryRegValue(port, key, c.name), c.expected) << c.name;
+    EXPECT_EQ(QueryRegValue(port, key, "missing"), Nuls(1024));
+    port.RegCloseKey(key);
+    EXPECT_EQ(QueryRegValue(port, 0, "text"), Nuls(1024));
+}
+
+TEST_F(Registry, EnumRegValueNameKeepsTheNulBehindTheName) {
+    struct Case {
+        std::string name;
+        std::uint32_t type;
+        std::string data;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {"Item", reg::kSz, "C:\\a.exe", "Item\0"s},
+        {"", reg::kSz, "default", "\0"s},
+        {"  padded  ", reg::kSz, "x", "padded  \0"s},
+        {std::string(260, 'n'), reg::kSz, "x", std::string(260, 'n') + '\0'},
+        // Too long for the buffer: cut to fill it, the NUL in the last place.
+        {std::string(261, 'n'), reg::kSz, "x", std::string(260, 'n') + '\0'},
+        {"Fits", reg::kBinary, std::string(255, 'd'), "Fits\0"s},
+        // Data over 255 bytes: the name buffer is left as it was.
+        {"Big", reg::kBinary, std::string(256, 'd'), ""},
+        {"Big text", reg::kSz, std::string(255, 'd'), ""},
+    };
+    int n = 0;
+    for (const Case& c : cases) {
+        const std::string sub = "Case" + std::to_string(n++);
+        Set("\\" + sub, c.name.c_str(), c.type, c.data);
+        const RegHandle key = OpenRegKey(port, kUser, kScratch + "\\" + sub);
+        EXPECT_EQ(EnumRegValueName(port, key, 0), c.expected) << sub;
+        EXPECT_EQ(EnumRegValueName(port, key, 1), "") << sub;
+        port.RegCloseKey(key);
+    }
+    EXPECT_EQ(EnumRegValueName(port, 0, 0), "");
+}
+
+TEST_F(Registry, SetRegStringCreatesTheKeyAndWritesText) {
+    ASSERT_FALSE(KeyThere("\\New\\Deep"));
+    SetRegString(port, kUser, kScratch + "\\New\\Deep", "Item", "C:\\x.exe");
+    EXPECT_EQ(Get("\\New\\Deep", "Item"), (RawValue{reg::kSz, "C:\\x.exe\0"s}));
+    // An expandable value becomes plain text; an empty text is stored without a NUL.
+    Set("\\New\\Deep", "Path", reg::kExpandSz, "%windir%");
+    SetRegString(port, kUser, kScratch + "\\New\\Deep", "Path", "%windir%\\y.exe");
+    EXPECT_EQ(Get("\\New\\Deep", "Path"), (RawValue{reg::kSz, "%windir%\\y.exe\0"s}));
+    SetRegString(port, kUser, kScratch + "\\New\\Deep", "Empty", "");
+    EXPECT_EQ(Get("\\New\\Deep", "Empty"), (RawValue{reg::kSz, ""s}));
+    // Deleting from a missing key makes no key.
+    DeleteRegValue(port, kUser, kScratch + "\\Missing", "Item");
+    EXPECT_FALSE(KeyThere("\\Missing"));
+}
+
+// ---- the path-addressed class
+
+TEST_F(Registry, RootNamesAreTheFirstFourCharactersAfterShorteningAlsoInsideTheSubkey) {
+    MakeKey("\\Alias");
+    const std::pair<string, bool> cases[] = {
+        {"HKEY_CURRENT_USER\\Software\\TessmarkTest\\Alias", true}, {"hkcu\\software\\tessmarktest\\alias", true},
+        {"Hkey_Current_User\\Software\\TessmarkTest\\Alias", true}, {"HKCUX\\Software\\TessmarkTest\\Alias", true},
+        {"HKCU", true}, {"hkey_current_user", true}, {"HKEY_LOCAL_MACHINE\\Software\\TessmarkTest\\Alias", false},
+        {"HKU\\Software\\TessmarkTest\\Alias", false}, {"HKU", false}, {"Software\\TessmarkTest\\Alias", false},
+    };
+    for (const auto& [path, exists] : cases) EXPECT_EQ(access.KeyExists(path), exists ? kTrue : kFalse) << path;
+    EXPECT_EQ(access.CreateKey("HKU\\Software\\TessmarkTest"), 0);
+    EXPECT_NE(access.CreateKey("hklm\\" + kScratch + "\\Machine"), 0);
+    EXPECT_EQ(access.KeyExists("HKEY_LOCAL_MACHINE\\" + kScratch + "\\Machine"), kTrue);
+    EXPECT_EQ(access.KeyExists(kUserPath + "\\Machine"), kFalse);
+
+    EXPECT_NE(access.CreateKey(kUserPath + "\\From HKEY_USERS\\and hkey_local_machine"), 0);
+    EXPECT_TRUE(KeyThere("\\From HKUS\\and HKLM"));
+    EXPECT_FALSE(KeyThere("\\From HKEY_USERS"));
+}
+
+TEST_F(Registry, WritersTakeTheAtSignOnlyForTextAndMakeMissingKeysOnlyWhenAllowed) {
+    EXPECT_NE(access.WriteString(kUserPath, "@", "text"), 0);
+    EXPECT_NE(access.WriteDWORD(kUserPath, "@", 5), 0);
+    // The writer leaves the NUL out of the size; the platform counts it anyway.
+    EXPECT_EQ(Get("", ""), (RawValue{reg::kSz, "text\0"s}));
+    EXPECT_EQ(Get("", "@"), (RawValue{reg::kDword, string("\x05\0\0\0", 4)}));
+    EXPECT_NE(access.WriteBinary(kUserPath, "@", "0102"), 0);
+    EXPECT_EQ(Get("", "@"), (RawValue{reg::kBinary, "\x01\x02"}));
+    EXPECT_EQ(access.ReadString(kUserPath, "@", "-"), "\x01\x02");
+    EXPECT_NE(access.KillValue(kUserPath, "@"), 0);
+    EXPECT_EQ(Get("", "@"), std::nullopt);
+    EXPECT_NE(Get("", ""), std::nullopt);
+
+    using Writer = std::int32_t (*)(AdvRegistryAccess&, const string&);
+    Writer writers[] = {
+        [](AdvRegistryAccess& a, const string& p) { return a.WriteString(p, "v", "x"); },
+        [](AdvRegistryAccess& a, const string& p) { return a.WriteDWORD(p, "v", 1); },
+        [](AdvRegistryAccess& a, const string& p) { return a.WriteBinary(p, "v", "01"); },
+    };
+    EXPECT_EQ(access.CreateKeyIfDoesntExists(), kTrue);
+    for (Writer write : writers) {
+        access.CreateKeyIfDoesntExists(kFalse);
+        EXPECT_EQ(write(access, kUserPath + "\\New\\Deeper"), 0);
+        EXPECT_FALSE(KeyThere("\\New"));
+        access.CreateKeyIfDoesntExists(kTrue);
+        EXPECT_NE(write(access, kUserPath + "\\New\\Deeper"), 0);
+        EXPECT_NE(Get("\\New\\Deeper", "v"), std::nullopt);
+        machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+    }
+}
+
+TEST_F(Registry, KillersAnswerForTheKeyAndLeaveAKeyWithSubkeys) {
+    MakeKey("\\Parent\\Child");
+    EXPECT_NE(access.KillKey(kUserPath + "\\Parent"), 0);
+    EXPECT_TRUE(KeyThere("\\Parent\\Child"));
+    EXPECT_NE(access.KillKey(kUserPath + "\\Parent\\Child"), 0);
+    EXPECT_NE(access.KillKey(kUserPath + "\\Parent"), 0);
+    EXPECT_FALSE(KeyThere("\\Parent"));
+    EXPECT_EQ(access.KillKey(kUserPath + "\\Parent"), 0);
+
+    Set("", "v", reg::kSz, "x");
+    EXPECT_NE(access.KillValue(kUserPath, "v"), 0);
+    EXPECT_EQ(Get("", "v"), std::nullopt);
+    EXPECT_NE(access.KillValue(kUserPath, "v"), 0);
+    EXPECT_EQ(access.KillValue(kUserPath + "\\Missing", "v"), 0);
+}
+
+TEST_F(Registry, EnumKeysErasesTheListAndCountsSubkeys) {
+    Array<string> keys;
+    keys.ReDim(2);
+    EXPECT_EQ(access.EnumKeys(kUserPath, keys), -1);
+    EXPECT_FALSE(keys.IsDimensioned());
+    EXPECT_EQ(access.HaveSubkey(kUserPath), kFalse);
+    MakeKey("");
+    EXPECT_EQ(access.EnumKeys(kUserPath, keys), 0);
+    EXPECT_FALSE(keys.IsDimensioned());
+    EXPECT_EQ(access.HaveSubkey(kUserPath), kFalse);
+    MakeKey("\\Two");
+    MakeKey("\\One");
+    EXPECT_EQ(access.EnumKeys("hkcu\\" + kScratch, keys), 2);
+    std::vector<string> names = keys.items();
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<string>{"One", "Two"}));
+    EXPECT_EQ(access.HaveSubkey(kUserPath), kTrue);
+}
+
+// ---- text files
+
+const string kExportBlock = "[" + kLong + "\\Export]\r\n" + "@=\"d\0\"\r\n"s + "\"a\"=\"x\"y=z\0\"\r\n"s +
+                            "\"b\"=hex:4A,6F\r\n" + "\"c\"=hex:\r\n" + "\"d\"=dword:0x0000001F\r\n" +
+                            "\"e\"=dword:0xFFFFFFFF\r\n" + "\r\n";
+
+TEST_F(Registry, AnExportWithABoxAndWhatItReadsBackAs) {
+    SeedExportKey();
+    const string file = folder + "\\round.reg", single = folder + "\\single.reg";
+    TextBox box;
+    ASSERT_EQ(ExportKeyAccess::Export(access, "hkcu\\" + kScratch + "\\Export", file, kTrue, &box), kTrue);
+    ASSERT_EQ(ExportKeyAccess::Export(access, kLong + "\\Export", single, kFalse, &box), kTrue);
+    EXPECT_EQ(Read(file), kExportBlock + "[" + kLong + "\\Export\\Sub]\r\n\r\n");
+    EXPECT_EQ(Read(single), kExportBlock);
+    EXPECT_EQ(box.Text, kLong + "\\Export");
+    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+
+    EXPECT_EQ(access.ImportFromReg(file), 0);  // no header: ExportKey only appends
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n" + Read(file)));
+    EXPECT_EQ(access.ImportFromReg(file), 1);
+    struct Case { string name; std::optional<RawValue> value; } cases[] = {
+        {"", RawValue{reg::kSz, "d\0"s}},    // the kept NUL comes back
+        {"a", RawValue{reg::kSz, "xy\0"s}},   // quotes lost, cut at "="
+        {"b", RawValue{reg::kBinary, "Jo"}},
+        {"c", RawValue{reg::kBinary, ""}},
+        {"d", RawValue{reg::kDword, "\0\0\0\0"s}},  // "0x" stops the reader
+        {"e", RawValue{reg::kDword, "\0\0\0\0"s}},
+        {"f", std::nullopt},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get("\\Export", c.name), c.value) << c.name;
+    EXPECT_EQ(access.KeyExists(kLong + "\\Export\\Sub"), kFalse);  // only a value line makes a key
+}
+
+TEST_F(Registry, BackupWritesElevenHeaderOnlyFilesAndKeepsExistingOnes) {
+    auto& files = machine->Files();
+    const string backups = files.Environ("Appdata") + string(tessmark::safety::kBackupFolder) + "\\";
+    for (const auto& entry : tessmark::safety::kBackupSet) files.Kill(backups + string(entry.fileName));
+    tessmark::safety::BackupRegistry(access, files);
+    for (const auto& entry : tessmark::safety::kBackupSet)
+        EXPECT_EQ(Read(backups + string(entry.fileName)), "REGEDIT4\r\n\r\n") << entry.fileName;
+    ASSERT_TRUE(files.WriteWholeFile(backups + "Services.reg", "kept"));
+    ASSERT_TRUE(files.Kill(backups + "BHO.reg"));
+    tessmark::safety::BackupRegistry(access, files);
+    EXPECT_EQ(Read(backups + "Services.reg"), "kept");
+    EXPECT_EQ(Read(backups + "BHO.reg"), "REGEDIT4\r\n\r\n");
+}
+
+TEST_F(Registry, ExportToRegLeavesOnlyTheHeaderAndNeverOverwrites) {
+    SeedExportKey();
+    VbBool subkeys = kTrue;
+    const string file = folder + "\\backup.reg";
+    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(Read(file), "REGEDIT4\r\n\r\n");
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
+    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(Read(file), "old");
+}
+
+TEST_F(Registry, ImportRulesLineByLine) {
+    Set("\\Imp", "gone", reg::kSz, "x");
+    Set("\\Imp", "@", reg::kSz, "literal at");
+    Set("\\Imp", "", reg::kSz, "default");
+    Set("\\Doomed", "v", reg::kSz, "x");
+    Set("\\Parent\\Child", "v", reg::kSz, "x");
+    const string file = folder + "\\rules.reg";
+    ASSERT_TRUE(machine->Files().WriteWholeFile(
+        file, "regedit4\r\n"
+              "[" + kLong + "\\Imp]\r\n"
+              "  \"s\" = \"v\"  \r\n"
+              "; \"c\"=\"comment\"\r\n"
+              "no equals sign\r\n"
+              "\"n\"=DWORD:1f\r\n"
+              "\"big\"=dword:FFFFFFFE\r\n"
+              "\"h\"=HEX:41,42\r\n"
+              "\"t\"=hex(2):41,00\r\n"
+              "\"q\"=\"a=b\"\r\n"
+              "\"gone\"=-\r\n"
+              "\"@\"= - \r\n"
+              "@=\r\n"
+              "\"[" + kLong + "\\Cutx\"\r\n"
+              "\"v\"=\"1\"\r\n"
+              "[-" + kLong + "\\Doomed]\r\n"
+              "[-" + kLong + "\\Parent]\r\n"));
+    EXPECT_EQ(access.ImportFromReg(file), 1);
+    struct Case { string name; std::optional<RawValue> value; } cases[] = {
+        {"s ", RawValue{reg::kSz, " v\0"s}},  // both sides keep their inner blanks
+        {"c", std::nullopt},
+        {"n", RawValue{reg::kDword, "\x1F\0\0\0"s}},
+        {"big", RawValue{reg::kDword, "\xFE\xFF\xFF\xFF"}},
+        {"h", RawValue{reg::kBinary, "AB"}},
+        {"t", RawValue{reg::kSz, "hex(2):41,00\0"s}},
+        {"q", RawValue{reg::kSz, "a\0"s}},
+        {"gone", std::nullopt},
+        {"@", std::nullopt},
+        {"", std::nullopt},  // written empty, then removed
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get("\\Imp", c.name), c.value) << '"' << c.name << '"';
+    EXPECT_EQ(Get("\\Cut", "v"), (RawValue{reg::kSz, "1\0"s}));
+    EXPECT_EQ(access.KeyExists(kLong + "\\Doomed"), kFalse);
+    EXPECT_NE(access.KeyExists(kLong + "\\Parent"), kFalse);  // not recursive
+    EXPECT_EQ(access.CreateKeyIfDoesntExists(), kTrue);
+}
+
+TEST_F(Registry, ImportRefusesForeignOrBrokenFiles) {
+    struct Case { string contents; std::int32_t result; } cases[] = {
+        {" REGEDIT4\r\n", 0},
+        {"Windows Registry Editor Version 5.00\r\n", 0},
+        {"REGEDIT4\n[" + kLong + "\\Lf]\n\"v\"=\"1\"\n", 0},
+        {"", 0},
+        {"REGEDIT4", 1},
+        {"REGEDIT4\r\n[\r\n", 0},  // a lone bracket is an invalid call
+        {"REGEDIT4\r\n[" + kLong + "\\Partial]\r\n\"v\"=\"1\"\r\n\"b\"=hex:" + string(32768, '4') + "\r\n", 0},
+    };
+    for (const auto& c : cases) {
+        const string file = folder + "\\in.reg";
+        ASSERT_TRUE(machine->Files().WriteWholeFile(file, c.contents));
+        EXPECT_EQ(access.ImportFromReg(file), c.result) << c.contents.substr(0, 40);
+    }
+    EXPECT_EQ(Get("\\Lf", "v"), std::nullopt);
+    EXPECT_EQ(Get("\\Partial", "v"), (RawValue{reg::kSz, "1\0"s}));  // what was written stays
+    EXPECT_EQ(access.ImportFromReg(folder + "\\missing.reg"), 0);
+}
+
+// Against the platform's own regedit, on the real registry only.
+class RegeditInteropTest : public Registry {
+protected:
+    void SetUp() override {
+        if (!machine->IsReal()) GTEST_SKIP() << "needs the platform's regedit";
+        Set("", "", reg::kSz, "def");
+        Set("", "s", reg::kSz, "he\"llo");
+        Set("", "b", reg::kBinary, "Jo");
+        Set("", "n", reg::kDword, "\x1F\0\0\0"s);
+        Set("\\Sub", "x", reg::kExpandSz, "%a%");
+    }
+    static int Regedit(const string& arguments) { return std::system(("regedit " + arguments).c_str()); }
+};
+
+TEST_F(RegeditInteropTest, RegeditTakesOnlyBinaryValuesAndNothingOfAFileWithAText) {
+    Set("\\Bin", "b", reg::kBinary, "Jo");
+    Set("\\Bin", "n", reg::kDword, "\x1F\0\0\0"s);
+    for (const string& key : {string(), string("\\Bin")}) {
+        const string file = folder + "\\ours" + std::to_string(key.size()) + ".reg";
+        ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n"));
+        TextBox box;
+        ASSERT_EQ(ExportKeyAccess::Export(access, kLong + key, file, kFalse, &box), kTrue);
+    }
+    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+
+    for (const string& key : {string(), string("\\Bin")})
+        ASSERT_EQ(Regedit("/S " + folder + "\\ours" + std::to_string(key.size()) + ".reg"), 0);
+    struct Case { string sub, name; std::optional<RawValue> value; } cases[] = {
+        {"\\Bin", "b", RawValue{reg::kBinary, "Jo"}},
+        {"\\Bin", "n", std::nullopt},  // "0x" in front of the digits is no number to regedit
+        {"", "b", std::nullopt},        // the NUL kept behind each text ends regedit's reading
+        {"", "", std::nullopt},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get(c.sub, c.name), c.value) << c.sub << '\\' << c.name;
+}
+
+TEST_F(RegeditInteropTest, WhatSurvivesOfRegeditsOwnExport) {
+    const string unicode = folder + "\\theirs.reg";
+    ASSERT_EQ(Regedit("/E " + unicode + " " + kLong), 0);
+    string text;
+    ASSERT_TRUE(machine->Files().ReadWholeFile(unicode, &text));
+    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
+    // Regedit here writes only the newer header, in UTF-16: refused whole.
+    EXPECT_EQ(access.ImportFromReg(unicode), 0);
+    EXPECT_EQ(Get("", "b"), std::nullopt);
+
+    // The same lines in the older form: the code page's bytes behind "REGEDIT4".
+    string ansi;
+    for (std::size_t i = 2; i + 1 < text.size(); i += 2) ansi += text[i];
+    ansi = "REGEDIT4" + ansi.substr(ansi.find("\r\n"));
+    const string file = folder + "\\theirs4.reg";
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, ansi));
+    EXPECT_EQ(access.ImportFromReg(file), 1);
+    struct Case { string sub, name; std::optional<RawValue> value; } cases[] = {
+        {"", "", RawValue{reg::kSz, "def\0"s}},
+        {"", "s", RawValue{reg::kSz, "he\\llo\0"s}},  // the escape's backslash stays, its quote goes
+        {"", "b", RawValue{reg::kBinary, "Jo"}},
+        {"", "n", RawValue{reg::kDword, "\x1F\0\0\0"s}},  // without "0x" the number survives
+        {"\\Sub", "x", RawValue{reg::kSz, "hex(2):25,00,61,00,25,00,00,00\0"s}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Get(c.sub, c.name), c.value) << c.sub << '\\' << c.name;
+}
+
+}  // namespace

@@ -1,0 +1,445 @@
+// The scanners on seeded machines: the Run keys, the Startup folders and the
+// logon values, the rows they list and the icons the rows take.
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "catalogue/sections.h"
+#include "discovery/Logon.h"
+#include "discovery/RowServices.h"
+#include "discovery/RunKeys.h"
+#include "discovery/StartupFolders.h"
+#include "item_places.h"
+#include "registry/regenum.h"
+#include "scan_fixture.h"
+
+using namespace tessmark;
+using tessmark::testing::RowView;
+
+namespace {
+
+class Scanners : public tessmark::testing::ScanFixture {
+protected:
+    std::optional<tessmark::testing::ItemPlaces> places{std::in_place, *machine};
+    platform::FilesPort& files = machine->Files();
+    const std::string& W = folders.windowsFolder;
+    const std::string& P = folders.programFilesFolder;
+    const std::string tool = W + "\\tool.exe";
+    const std::string allUsers = places->StartupFolder(platform::kCsidlCommonStartup);
+    const std::string currentUser = places->StartupFolder(platform::kCsidlStartup);
+    const std::string settings = places->SettingsFile();
+    // Any key will do for the logon scanner: the variants go by value name, not by key.
+    const std::string logonKey = std::string(tessmark::testing::kScratchKey) + "\\Logon";
+
+    // Every place empty again, and the list.
+    void Reset() {
+        places.reset();
+        places.emplace(*machine);
+        tessmark::testing::DeleteTree(machine->Registry(), HKLM, logonKey);
+        list.Clear();
+        machine->Ui().doEvents = 0;
+    }
+    void Seed(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
+        places->Set(root, tessmark::testing::kRunBase + key, name, value);
+    }
+    void Shortcut(const std::string& folder, const std::string& name, const std::string& target) {
+        ASSERT_TRUE(machine->Shell().SaveShortcut(folder + "\\" + name, target, target + ",0", 1)) << name;
+    }
+    void Settings(const std::string& contents) { ASSERT_TRUE(files.WriteWholeFile(settings, contents)); }
+    void Refresh() {
+        std::string total, active;
+        discovery::refreshCheckBox(list, total, active, [] {});
+    }
+    std::string ReadLogon(const std::string& name) {
+        auto& registry = machine->Registry();
+        auto handle = registry::OpenRegKey(registry, HKLM, logonKey);
+        std::string value = tessmark::testing::Shown(registry::QueryRegValue(registry, handle, name));
+        registry.RegCloseKey(handle);
+        return value;
+    }
+};
+
+// ---- Run keys: enabled rows before disabled ones, and which loop reduces the path
+
+TEST_F(Scanners, EachRunScannerListsItsHivesKeyThenItsDisabledValuesAndTheMonitorNamesThatKey) {
+    Touch(tool);
+    using Scan = void (*)(discovery::ScanContext&, bool);
+    const struct {
+        Scan scan;
+        bool currentUser;
+        const char *key, *section, *tag;
+        bool monitored = true;  // the monitor names the key in its dialogs
+    } cases[] = {
+        {discovery::AddRun, false, "Run", "Registry\\All Users\\Run", "3"},
+        {discovery::AddRunOnce, false, "RunOnce", "Registry\\All Users\\RunOnce", "4"},
+        {discovery::AddRunServices, false, "RunServices", "Registry\\All Users\\RunServices", "5"},
+        {discovery::AddRunServiceOnce, false, "RunServiceOnce", "Registry\\All Users\\RunServicesOnce", "6"},
+        {discovery::AddRun, true, "Run", "Registry\\Current User\\Run", "21"},
+        {discovery::AddRunOnce, true, "RunOnce", "Registry\\Current User\\RunOnce", "22"},
+        {discovery::AddRunServices, true, "RunServices", "Registry\\Current User\\RunServices", "23"},
+        // No node lists it, and the monitor has no path for it.
+        {discovery::AddRunServiceOnce, true, "RunServiceOnce", "Registry\\Current User\\RunServicesOnce", "23", false},
+    };
+    for (const auto& c : cases) {
+        Reset();
+        const auto root = c.currentUser ? HKCU : HKLM;
+        Seed(root, std::string(c.key) + "\\AutorunsDisabled", "Off", tool);
+        Seed(root, c.key, "On", tool);
+        Seed(c.currentUser ? HKLM : HKCU, c.key, "Other hive", tool);
+        c.scan(form, c.currentUser);
+        EXPECT_EQ(Rows(), (std::vector<RowView>{{"On", tool, "Yes", c.section, c.tag}, {"Off", tool, "No", c.section, c.tag}}))
+            << c.section;
+        const std::string read = (c.currentUser ? "HKEY_CURRENT_USER\\" : "HKEY_LOCAL_MACHINE\\") +
+                                 std::string(tessmark::testing::kRunBase) + c.key;
+        const std::string path = catalogue::FindPath(c.section);
+        EXPECT_EQ(vb::UCase(path), c.monitored ? vb::UCase(read) : "") << c.section;
+        EXPECT_EQ(catalogue::FindKey(c.section).empty(), path.empty()) << c.section;
+    }
+}
+
+TEST_F(Scanners, PathsEndAtTheirFirstNulWhileNamesKeepTheirs) {
+    Seed(HKLM, "RunOnce", "Once", "C:\\once.exe");
+    discovery::AddRunOnce(form, false);
+    ASSERT_EQ(list.Count(), 1);
+    EXPECT_EQ(list(1).SubItems(1), "C:\\once.exe");
+    EXPECT_EQ(list(1).Text, std::string("Once\0", 5));
+}
+
+TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsIconFromIt) {
+    const std::string tool = folders.windowsFolder + "\\tool.exe";
+    Touch(tool);
+    Touch(folders.programFilesFolder + "\\Foo\\foo.exe");
+    Touch(scratch + "\\Anti-Virus\\av.exe");
+    const struct {
+        std::string data, reduced;
+        bool found;  // the reduced form names a file, so the row keeps its path
+    } cases[] = {
+        {"\"" + tool + "\" /start", tool, true},
+        {"%SystemRoot%\\tool.exe", tool, true},
+        {"%systemroot%\\tool.exe -s", tool, true},
+        {"%ProgramFiles%\\Foo\\foo.exe", folders.programFilesFolder + "\\Foo\\foo.exe", true},
+        {"%windir%\\tool.exe,1", tool, true},
+        {"D:\\any\\%windir%\\tool.exe", folders.windowsFolder + "\\any\\%windir%\\tool.exe", false},
+        {scratch + "\\Anti-Virus\\av.exe", scratch + "\\Anti", false},
+        {"rundll32.exe shell32.dll,Control_RunDLL desk.cpl", "rundll32.exe shell32.dll", false},
+        {tool + " arg", tool + " arg", false},
+    };
+    for (const auto& c : cases) {
+        Reset();
+        Seed(HKLM, "Run", "On", c.data);
+        Seed(HKLM, "Run\\AutorunsDisabled", "Off", c.data);
+        Seed(HKLM, "RunOnce", "Once", c.data);
+        discovery::AddRun(form, false);
+        discovery::AddRunOnce(form, false);
+        auto rows = Rows();
+        ASSERT_EQ(rows.size(), 3u) << c.data;
+        EXPECT_EQ(std::make_tuple(rows[0].path, rows[1].path, rows[2].path), std::make_tuple(c.reduced, c.data, c.data));
+        for (long i = 1; i <= 3; ++i) EXPECT_EQ(list(i).SmallIcon != 0, c.found) << c.data << " row " << i;
+        // A reduced form that names no file costs every row its path.
+        Refresh();
+        rows = Rows();
+        EXPECT_EQ(rows[0].path, c.found ? c.reduced : "File Not Found") << c.data;
+        EXPECT_EQ(rows[2].path, c.found ? c.data : "File Not Found") << c.data;
+    }
+}
+
+TEST_F(Scanners, ValuesAtTheEnumerationAndReadLimits) {
+    const std::string a254(254, 'a'), a1023(1023, 'a');
+    const struct {
+        const char* label;
+        std::string name;
+        std::size_t length;  // characters of the value, stored with a NUL behind them
+        std::string text, path;
+    } cases[] = {
+        // 255 bytes fit the enumeration's data buffer, 256 do not: the call
+        // fails and leaves the name buffer blank, which reads the default value.
+        {"254 characters", "Named", 254, "Named", a254},
+        {"255 characters", "Named", 255, "", ""},
+        // The default value is read by name only: up to 1024 bytes.
+        {"default, 1023 characters", "", 1023, "", a1023},
+        {"default, 1024 characters", "", 1024, "", ""},
+    };
+    for (const auto& c : cases) {
+        Reset();
+        Seed(HKLM, "RunOnce", c.name, std::string(c.length, 'a'));
+        discovery::AddRunOnce(form, false);
+        EXPECT_EQ(Rows(), (std::vector<RowView>{{c.text, c.path, "Yes", "Registry\\All Users\\RunOnce", "4"}}))
+            << c.label;
+    }
+    // A long value beside a default one shows the default's data under an empty name.
+    Reset();
+    Seed(HKLM, "RunOnce", "", "C:\\default.exe");
+    Seed(HKLM, "RunOnce", "Long", std::string(300, 'b'));
+    discovery::AddRunOnce(form, false);
+    auto rows = Rows();
+    ASSERT_EQ(rows.size(), 2u);
+    for (const auto& row : rows) EXPECT_EQ(row.text + "|" + row.path, "|C:\\default.exe");
+}
+
+TEST_F(Scanners, RefreshMarksUnreachableFilesAndATrimmedNameFindsNoData) {
+    discovery::AddRun(form, true);  // a missing key gives no rows
+    Seed(HKLM, "Run", "Gone", "C:\\nowhere\\gone.exe");
+    Seed(HKLM, "Run\\AutorunsDisabled", "Off", "C:\\nowhere\\off.exe");
+    // The trimmed name no longer finds the data: the row has no path.
+    Touch(scratch + "\\blank.exe");
+    Seed(HKLM, "RunOnce", " Blank", scratch + "\\blank.exe");
+    discovery::AddRun(form, false);
+    discovery::AddRunOnce(form, false);
+    std::string total, active;
+    int clicks = 0;
+    discovery::refreshCheckBox(list, total, active, [&] { ++clicks; });
+    EXPECT_TRUE(list(1).Selected);
+    EXPECT_EQ(clicks, 1);
+    EXPECT_EQ(total, "Total  Item(s) :      3");
+    EXPECT_EQ(active, "Active Item(s):      2");
+    EXPECT_EQ(Rows(), (std::vector<RowView>{{"Gone", "File Not Found", "Yes", "Registry\\All Users\\Run", "3"},
+                                             {"Off", "File Not Found", "No", "Registry\\All Users\\Run", "3"},
+                                             {"Blank", "File Not Found", "Yes", "Registry\\All Users\\RunOnce", "4"}}));
+}
+
+// ---- Startup folders: shortcuts first, then the settings lines
+
+TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
+    Touch(tool);
+    Touch(folders.windowsFolder + "\\other.exe");
+    const struct {
+        void (*scan)(discovery::ScanContext&);
+        std::string folder, otherFolder;
+        RowView disabled;
+        int pumps;  // the all-users walk yields once per shortcut
+    } cases[] = {
+        {discovery::AddStartupAllUser, allUsers, currentUser, {"All", "C:\\a.exe", "No", "All Users\\Startup", "1"}, 2},
+        {discovery::AddStartupCurrUser, currentUser, allUsers, {"Curr", "C:\\c.exe", "No", "Current User\\Startup", "2"}, 0},
+    };
+    for (const auto& c : cases) {
+        Reset();
+        // Two shortcuts to one target give two equal rows.
+        Shortcut(c.folder, "Tool Link.lnk", tool);
+        Shortcut(c.folder, "Again.lnk", tool);
+        Shortcut(c.otherFolder, "Other.lnk", folders.windowsFolder + "\\other.exe");
+        Settings("[StartupAllUser]\r\nAll=C:\\a.exe\r\n[StartupCurrUser]\r\nCurr=C:\\c.exe\r\n");
+        c.scan(form);
+
+        // The shell's name for the target, not the shortcut's own name.
+        const RowView enabled{"tool.exe", tool, "Yes", c.disabled.section, c.disabled.tag};
+        EXPECT_EQ(Rows(), (std::vector<RowView>{enabled, enabled, c.disabled})) << c.disabled.section;
+        // The row holds the name without the NULs that pad the shell record's field.
+        EXPECT_EQ(list(1).Text, "tool.exe");
+        EXPECT_NE(list(1).SmallIcon, list(2).SmallIcon) << "icons are never shared";
+        EXPECT_EQ(machine->Ui().doEvents, c.pumps) << c.disabled.section;
+    }
+}
+
+TEST_F(Scanners, ARowWhoseTargetTheShellCannotFindShowsTheNameThePreviousCallLeft) {
+    const std::string prior = folders.windowsFolder + "\\prior.exe";
+    Touch(prior);
+    const std::pair<const char*, std::string> cases[] = {
+        {"gone.lnk", scratch + "\\nowhere\\gone.exe"},
+        {"notes.txt", "Error occured."},  // no shortcut at all
+    };
+    for (const auto& [file, path] : cases) {
+        Reset();
+        if (path != "Error occured.") Shortcut(currentUser, file, path);
+        else Touch(currentUser + "\\" + file);
+        form.RowIcon(prior);  // any earlier row fills the form's one record
+        discovery::AddStartupCurrUser(form);
+        EXPECT_EQ(Rows(), (std::vector<RowView>{{"prior.exe", path, "Yes", "Current User\\Startup", "2"}})) << file;
+        EXPECT_EQ(list(1).SmallIcon, 0) << file;
+        Refresh();
+        EXPECT_EQ(Rows()[0].path, "File Not Found") << file;
+        EXPECT_EQ(list(1).SmallIcon, 1) << file;
+    }
+}
+
+TEST_F(Scanners, SettingsLinesAreNamedUpToTheirFirstEqualsSign) {
+    Touch(tool);
+    Settings("[StartupCurrUser]\r\nPlain=" + tool + "\r\nEq=C:\\a=b.exe\r\nA=B=" + tool +
+             "\r\nNoEquals\r\n[StartupAllUser]\r\nElsewhere=" + tool + "\r\n");
+    discovery::AddStartupCurrUser(form);
+    Refresh();
+    // Every line gives one row; the spare element after them none. Only the
+    // first names a file: an "=" in the value is kept and names nothing, an
+    // "=" in the name cuts it short, and a line without one reads no value.
+    const std::string section = "Current User\\Startup";
+    EXPECT_EQ(Rows(), (std::vector<RowView>{{"Plain", tool, "No", section, "2"},
+                                             {"Eq", "File Not Found", "No", section, "2"},
+                                             {"A", "File Not Found", "No", section, "2"},
+                                             {"NoEquals", "File Not Found", "No", section, "2"}}));
+    EXPECT_FALSE(list(1).Checked);
+
+    // A missing section, then a missing file, gives nothing.
+    list.Clear();
+    Settings("[StartupCurrUser]\r\nOnly=" + tool + "\r\n");
+    discovery::AddStartupAllUser(form);
+    EXPECT_EQ(list.Count(), 0);
+    files.Kill(settings);
+    discovery::AddStartupCurrUser(form);
+    EXPECT_EQ(list.Count(), 0);
+}
+
+// ---- logon values
+
+TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
+    for (const char* file : {"\\shell.exe", "\\System\\old.exe", "\\System32\\userinit.exe", "\\System32\\rdpclip.exe",
+                             "\\sub\\a.exe"})
+        Touch(W + file);
+    for (const char* file : {"\\Program.exe", "\\x\\x.exe", "\\Vendor\\deep\\tool.exe"}) Touch(P + file);
+
+    struct Row {
+        std::string text, path, flag;
+    };
+    struct Case {
+        int type;
+        bool disabled;  // seeded in the AutorunsDisabled subkey
+        const char* name;
+        std::string data;
+        std::vector<Row> rows;
+    };
+    const std::string userinit = W + "\\System32\\userinit.exe", rdpclip = W + "\\System32\\rdpclip.exe";
+    const Case cases[] = {
+        // A trailing separator gives no row; none gives one; the rows of a value
+        // follow its text. Userinit names its rows after the last path element.
+        {2, false, "Userinit", "%SystemRoot%\\system32\\userinit.exe,", {{"userinit.exe", userinit, "Yes"}}},
+        {2, false, "Userinit", "userinit.exe,\"" + P + "\\Vendor\\deep\\tool.exe\"",
+         {{"userinit.exe", userinit, "Yes"}, {"tool.exe", P + "\\Vendor\\deep\\tool.exe", "Yes"}}},
+        {2, false, "Userinit", W + "\\shell.exe", {{"shell.exe", W + "\\shell.exe", "Yes"}}},
+        {2, false, "Userinit", "System\\old", {{"old", W + "\\System\\old.exe", "Yes"}}},
+        // Only a backslash farther than one character from the end cuts.
+        {2, false, "Userinit", "sub\\a,sub\\ab", {{"sub\\a", W + "\\sub\\a.exe", "Yes"}, {"ab", "", "Yes"}}},
+        // A piece the reduction empties still has a row, looked up as ".exe".
+        {2, false, "Userinit", "-x,userinit.exe", {{"", "", "Yes"}, {"userinit.exe", userinit, "Yes"}}},
+        // Shell names its rows before the cut, trims both ends and splits at blanks.
+        {3, false, "Shell", "  shell.exe  ", {{"shell.exe", W + "\\shell.exe", "Yes"}}},
+        {3, false, "Shell", W + "\\shell.exe", {{W + "\\shell.exe", W + "\\shell.exe", "Yes"}}},
+        {3, false, "Shell", scratch + "\\Program Files\\x\\x.exe",
+         {{scratch + "\\Program", P + "\\Program.exe", "Yes"}, {"Files\\x\\x.exe", P + "\\x\\x.exe", "Yes"}}},
+        {3, false, "Shell", "a.exe  b.exe", {{"a.exe", "", "Yes"}, {"", "", "Yes"}, {"b.exe", "", "Yes"}}},
+        // The extension test is case-sensitive.
+        {3, false, "Shell", "USERINIT.EXE", {{"USERINIT.EXE", "", "Yes"}}},
+        {1, false, "StartupPrograms", "rdpclip", {{"rdpclip", rdpclip, "Yes"}}},
+        {1, false, "StartupPrograms", "rdpclip,foo", {{"rdpclip", rdpclip, "Yes"}, {"foo", "", "Yes"}}},
+        // Disabled copies: "NO" for the pieces before a StartupPrograms separator.
+        {2, true, "Userinit", "a.exe,userinit.exe", {{"a.exe", "", "No"}, {"userinit.exe", userinit, "No"}}},
+        {3, true, "Shell", "a.exe shell.exe", {{"a.exe", "", "No"}, {"shell.exe", W + "\\shell.exe", "No"}}},
+        {1, true, "StartupPrograms", "rdpclip,foo", {{"rdpclip", rdpclip, "NO"}, {"foo", "", "No"}}},
+        // A disabled StartupPrograms goes by its name alone, under the calling type.
+        {2, true, "StartupPrograms", "rdpclip,foo", {{"rdpclip", rdpclip, "NO"}, {"foo", "", "No"}}},
+        {3, true, "StartupPrograms", "rdpclip", {{"rdpclip", rdpclip, "No"}}},
+        // Otherwise name and type must both match, the name in its exact case.
+        {2, false, "StartupPrograms", "rdpclip", {}},
+        {3, false, "Userinit", "userinit.exe", {}},
+        {3, true, "Userinit", "userinit.exe", {}},
+        {2, false, "userinit", "userinit.exe", {}},
+    };
+    const RowView kSection[] = {{}, {"", "", "", "Registry\\All Users\\Logon\\Startup Programs", "\"7\""},
+                                {"", "", "", "Registry\\All Users\\Logon\\UserInit", "\"9\""},
+                                {"", "", "", "Registry\\All Users\\Logon\\Shell", "\"8\""}};
+    for (const auto& c : cases) {
+        Reset();
+        places->Set(HKLM, c.disabled ? logonKey + "\\AutorunsDisabled" : logonKey, c.name, c.data);
+        discovery::AddLogon(form, logonKey, static_cast<std::int16_t>(c.type));
+        std::vector<RowView> expected;
+        for (const Row& row : c.rows)
+            expected.push_back({row.text, row.path, row.flag, kSection[c.type].section, kSection[c.type].tag});
+        EXPECT_EQ(Rows(), expected) << c.type << " " << c.name << " = " << c.data;
+    }
+}
+
+TEST_F(Scanners, EnabledRowsPumpMessagesAndThePointerShowsTheHourglassUnlessTheTimerRuns) {
+    Touch(W + "\\System32\\userinit.exe");
+    places->Set(HKLM, logonKey, "Userinit", "userinit.exe,userinit.exe");
+    places->Set(HKLM, logonKey + "\\AutorunsDisabled", "Userinit", "userinit.exe");
+    auto& ui = machine->Ui();
+    discovery::AddLogon(form, logonKey, 2);
+    EXPECT_EQ(list.Count(), 3);
+    EXPECT_EQ(ui.doEvents, 2);
+    EXPECT_EQ(ui.mousePointers, (std::vector<int>{platform::kMousePointerHourglass, platform::kMousePointerDefault}));
+
+    ui.mousePointers.clear();
+    timer1Enabled = true;
+    discovery::AddLogon(form, logonKey, 2);
+    EXPECT_EQ(ui.mousePointers, std::vector<int>{platform::kMousePointerDefault});
+}
+
+TEST_F(Scanners, AHandlerThatClearsTheListWhileTheSearchPumpsLeavesTheRowsAddedAfterIt) {
+    Touch(P + "\\b.exe");
+    places->Set(HKLM, logonKey, "Userinit", "a.exe,b.exe");
+    machine->Ui().onDoEvents = [&] { list.Clear(); };
+    discovery::AddLogon(form, logonKey, 2);
+    machine->Ui().onDoEvents = nullptr;
+    ASSERT_EQ(list.Count(), 1);
+    EXPECT_EQ(list(1).SubItems(1), P + "\\b.exe");
+}
+
+TEST_F(Scanners, AddLogonFolderAppendsAProgramWithTheValuesSeparator) {
+    const struct {
+        const char *name, *before;  // the value seeded, when `before` is given
+        const char *valueName, *after;
+    } cases[] = {
+        {"Userinit", "userinit.exe", "Userinit", "userinit.exe,b.exe"}, {"Userinit", "\"a.exe\",  ", "Userinit", "a.exe,b.exe"},
+        {"StartupPrograms", "rdpclip", "StartupPrograms", "rdpclip,b.exe"},
+        {"Shell", "explorer.exe", "Shell", "explorer.exe b.exe"}, {"Shell", "explorer.exe,", "Shell", "explorer.exe, b.exe"},
+        {nullptr, nullptr, "Userinit", "b.exe"}, {"Userinit", "", "Userinit", "b.exe"},
+        // Names match without regard to case; only "Shell" exactly takes a blank.
+        {"Shell", "explorer.exe", "shell", "explorer.exe,b.exe"},
+    };
+    for (const auto& c : cases) {
+        Reset();
+        if (c.before) places->Set(HKLM, logonKey, c.name, c.before);
+        places->Set(HKLM, logonKey, "Other", "other.exe");
+        discovery::AddLogonFolder(form, logonKey, c.valueName, "b.exe");
+        EXPECT_EQ(ReadLogon(c.valueName), c.after) << c.valueName << " = " << (c.before ? c.before : "(none)");
+        EXPECT_EQ(ReadLogon("Other"), "other.exe");
+    }
+}
+
+// ---- row icons: one new image per call, and the name field of the form's one shell record
+
+TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereThereIsAPicture) {
+    const std::string file = folders.windowsFolder + "\\tool.exe";
+    Touch(file);
+    const struct {
+        const char* caller;
+        std::int16_t iconSize;
+        bool store, picture;
+        long result;
+        bool large;
+        long side;  // the picture's width and height after the call
+    } cases[] = {
+        {"scanner", 16, true, true, 2, false, 320},
+        {"other size", 32, true, true, 2, true, 640},
+        {"details panel", 0, false, true, 0, true, 77},
+        {"shortcut", 0, false, false, 0, false, 77},
+    };
+    for (const auto& c : cases) {
+        images.Clear();
+        images.Add({});  // the program's own icon comes first
+        picture = {false, {}, 77, 77};
+        std::string path = file, name;
+        long result = discovery::AddItemIcon(machine->Shell(), record, path, c.store ? &images : nullptr,
+                                             c.picture ? &picture : nullptr, c.iconSize, name);
+        EXPECT_EQ(std::make_tuple(result, images.Count(), picture.hasPicture, picture.Width, picture.Height),
+                  std::make_tuple(c.result, c.store ? 2 : 1, c.picture, c.side, c.side)) << c.caller;
+        EXPECT_EQ(!c.picture || picture.picture.large == c.large, true) << c.caller;
+        EXPECT_EQ(!c.store || images[2] == picture.picture, true) << c.caller;
+        EXPECT_EQ(tessmark::testing::Shown(name), "tool.exe") << c.caller;
+        EXPECT_EQ(name.size(), 260u) << c.caller;
+    }
+}
+
+TEST_F(Scanners, AnUnknownFileAddsNoImageAndLeavesTheNameOfThePreviousCall) {
+    const std::string known = folders.windowsFolder + "\\earlier_program.exe";
+    Touch(known);
+    std::string name;
+    EXPECT_EQ(form.RowIcon(known, name), 1);
+    picture = {false, {}, 77, 77};
+    EXPECT_EQ(form.RowIcon(folders.windowsFolder + "\\missing.exe", name), 0);
+    EXPECT_EQ(tessmark::testing::Shown(name), "earlier_program.exe");
+    EXPECT_EQ(images.Count(), 1);
+    EXPECT_FALSE(picture.hasPicture);
+    EXPECT_EQ(picture.Width, 77);
+    // The same file again is a new image: nothing is shared.
+    EXPECT_EQ(form.RowIcon(known, name), 2);
+}
+
+}  // namespace
