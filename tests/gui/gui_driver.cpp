@@ -93,15 +93,18 @@ struct Remote {
 
 }  // namespace
 
+// Window enumeration calls back with the platform's calling convention, which a lambda lacks on x86.
+static BOOL CALLBACK CollectStaticText(HWND child, LPARAM texts) {
+    char cls[64] = {};
+    GetClassNameA(child, cls, sizeof cls);
+    if (lstrcmpiA(cls, "Static") == 0 && !TextOf(child).empty())
+        reinterpret_cast<std::vector<std::string>*>(texts)->push_back(TextOf(child));
+    return TRUE;
+}
+
 std::vector<std::string> StaticTexts(HWND dialog) {
     std::vector<std::string> texts;
-    EnumChildWindows(dialog, [](HWND child, LPARAM found) -> BOOL {
-        char cls[64] = {};
-        GetClassNameA(child, cls, sizeof cls);
-        if (lstrcmpiA(cls, "Static") == 0 && !TextOf(child).empty())
-            reinterpret_cast<std::vector<std::string>*>(found)->push_back(TextOf(child));
-        return TRUE;
-    }, reinterpret_cast<LPARAM>(&texts));
+    EnumChildWindows(dialog, CollectStaticText, reinterpret_cast<LPARAM>(&texts));
     return texts;
 }
 
@@ -109,13 +112,15 @@ void PressOk(HWND dialog) {
     PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDOK)));
 }
 
+static BOOL CALLBACK FindById(HWND child, LPARAM search) {
+    auto* s = reinterpret_cast<std::pair<int, HWND>*>(search);
+    if (GetDlgCtrlID(child) == s->first) s->second = child;
+    return s->second == nullptr;
+}
+
 HWND Descendant(HWND window, int id) {
     std::pair<int, HWND> search{id, nullptr};
-    EnumChildWindows(window, [](HWND child, LPARAM found) -> BOOL {
-        auto* s = reinterpret_cast<std::pair<int, HWND>*>(found);
-        if (GetDlgCtrlID(child) == s->first) s->second = child;
-        return s->second == nullptr;
-    }, reinterpret_cast<LPARAM>(&search));
+    EnumChildWindows(window, FindById, reinterpret_cast<LPARAM>(&search));
     return search.second;
 }
 
