@@ -8,6 +8,7 @@
 
 #include "platform/memory/recording_ui.h"
 #include "platform/ports.h"
+#include "raw_values.h"
 
 namespace tessmark::testing {
 
@@ -54,13 +55,7 @@ inline constexpr const char* kScratchKey = "Software\\TessmarkTest";
 // false when the key cannot be made or the value not set.
 inline bool SeedString(platform::RegistryPort& registry, platform::RegHandle root, const std::string& key,
                        const std::string& name, const std::string& value) {
-    platform::RegHandle handle = 0;
-    if (registry.RegCreateKeyA(root, key.c_str(), &handle) != 0) return false;
-    const bool set = registry.RegSetValueExA(handle, name.c_str(), platform::reg::kSz,
-                                             reinterpret_cast<const std::uint8_t*>(value.c_str()),
-                                             static_cast<std::uint32_t>(value.size() + 1)) == 0;
-    registry.RegCloseKey(handle);
-    return set;
+    return SetRaw(registry, root, key, name, platform::reg::kSz, value + '\0');
 }
 
 // Deletes a key and everything beneath it through the port.
