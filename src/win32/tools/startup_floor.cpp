@@ -74,7 +74,7 @@ void WalkAsTheProgram(HWND list, HKEY root, const std::string& subKey) {
     RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &values, nullptr, nullptr, nullptr,
                      nullptr);
     for (DWORD index = 0; index < values; ++index) {
-        char name[261];
+        char name[261] = {};  // a value whose data does not fit leaves it untouched
         for (int read = 0; read < 2; ++read) {
             BYTE unread[256];
             DWORD nameLength = sizeof name, unreadLength = 255, type = 0, count = 0;
