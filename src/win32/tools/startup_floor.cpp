@@ -82,8 +82,8 @@ void WalkAsTheProgram(HWND list, HKEY root, const std::string& subKey) {
                              nullptr);
             RegEnumValueA(key, index, name, &nameLength, nullptr, &type, unread, &unreadLength);
         }
-        char data[1024] = {};
-        DWORD dataLength = sizeof data, type = 0;
+        char data[1025] = {};  // 1,024 offered, as the program does, and a NUL behind them
+        DWORD dataLength = 1024, type = 0;
         RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data), &dataLength);
         SHFILEINFOA info{};
         // The program's flags less the executable type, which Wine refuses beside the others.
