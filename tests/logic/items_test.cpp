@@ -15,11 +15,9 @@
 #include "scripted_view.h"
 
 using namespace tessmark;
-using tessmark::testing::ItemPlaces;
-using tessmark::testing::RowView;
-using tessmark::testing::Shown;
-using tessmark::testing::StoredValue;
+using namespace tessmark::testing;
 using platform::reg::kSz;
+using namespace std::string_literals;
 
 namespace {
 
@@ -28,25 +26,18 @@ constexpr const char* kRegedit = "C:\\windows\\regedit.exe";
 constexpr int kAllUsersFolder = platform::kCsidlCommonStartup, kCurrentUserFolder = platform::kCsidlStartup;
 constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
 constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
-const std::string kBase = tessmark::testing::kRunBase;
+const std::string kBase = kRunBase, kAllRun = "Registry\\All Users\\Run";
 constexpr int kF2 = 113, kF5 = 116, kDeleteKey = 46;
 constexpr int kLeft = 1, kRight = 2;
 
 class Items : public ::testing::Test {
 protected:
-    std::unique_ptr<tessmark::testing::TestMachine> machine = tessmark::testing::MakeTestMachine();
+    std::unique_ptr<TestMachine> machine = MakeTestMachine();
     ItemPlaces places{*machine};
     frame::FrmMain2 form{machine->Ports()};
     operations::ItemOperations ops{form.Context()};
-    storage::IniFile ini{machine->Files()};
 
-    storage::IniFile& Ini(const std::string& section) {
-        ini.IniFilePath(places.SettingsFile());
-        ini.IniSection(section);
-        return ini;
-    }
     const std::vector<std::string>& Log() { return machine->Ui().log; }
-
     // Selects the node, whether or not the main tree has it, and fills the list;
     // the logon scanner searches a small tree.
     void Populate(std::string_view key) {
@@ -57,10 +48,8 @@ protected:
     }
     // The rows of the given sections, in list order.
     std::vector<RowView> Rows(const std::vector<std::string>& sections) {
-        auto rows = tessmark::testing::RowViews(form.ListView1);
-        std::erase_if(rows, [&](const RowView& row) {
-            return std::find(sections.begin(), sections.end(), row.section) == sections.end();
-        });
+        auto rows = RowViews(form.ListView1);
+        std::erase_if(rows, [&](const RowView& row) { return std::ranges::find(sections, row.section) == sections.end(); });
         return rows;
     }
     discovery::ItemRow& Row(const std::string& section, const std::string& text) {
@@ -73,7 +62,7 @@ protected:
         row.Checked = !row.Checked;
         form.ListView1_ItemCheck(row);
     }
-    // A row that no scanner makes.
+    // An enabled row that no scanner makes.
     discovery::ItemRow& AddRow(const std::string& text, const std::string& section, long tag, const std::string& key) {
         discovery::ItemRow& row = form.ListView1.Add();
         std::tie(row.Text, row.SubItems(1), row.SubItems(2), row.SubItems(3)) = std::tie(text, kNotepad, "Yes", section);
@@ -81,12 +70,16 @@ protected:
         form.ListView1.Select(row);
         return row;
     }
+    std::string LogLine(const std::string& section, const std::string& name, const std::string& path) {
+        return "Tessmark - Section-" + section + " ItemName-" + name + " ItemPath-" + path;
+    }
 };
 
 TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
     // The Run key's enabled rows hand on the reduced path, so its value is one
     // the reduction leaves as it is; the others hand on the data as stored.
     const std::string line = "\"C:\\windows\\notepad.exe\" /min";
+    // Nothing lists the current user's RunServiceOnce key.
     const struct {
         platform::RegHandle root;
         const char *key, *section;
@@ -97,7 +90,6 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
         {HKCU, "Run", "Registry\\Current User\\Run"}, {HKCU, "RunOnce", "Registry\\Current User\\RunOnce"},
         {HKCU, "RunServices", "Registry\\Current User\\RunServices"},
     };
-    // Nothing lists the current user's RunServiceOnce key.
     // Four items a key: enabled or disabled at start, clicked twice with or without a refresh between.
     const struct {
         const char* name;
@@ -105,55 +97,46 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
     } items[] = {{"On stays", true, false}, {"On refreshed", true, true}, {"Off stays", false, false}, {"Off refreshed", false, true}};
     auto data = [&](const char* key) { return std::string(key) == "Run" ? std::string(kNotepad) : line; };
     auto place = [&](const char* key, bool enabled) { return kBase + key + (enabled ? "" : "\\AutorunsDisabled"); };
-    for (const auto& k : keys)
-        for (const auto& item : items) places.Set(k.root, place(k.key, item.enabled), item.name, data(k.key));
-
+    auto each = [&](auto act) {
+        for (const auto& k : keys)
+            for (const auto& item : items) act(k, item);
+    };
+    each([&](auto& k, auto& item) { places.Set(k.root, place(k.key, item.enabled), item.name, data(k.key)); });
     // Values come back at the end of their key, so the list is compared in order of its rows' texts.
     auto sortedRows = [&] {
-        auto rows = tessmark::testing::RowViews(form.ListView1);
+        auto rows = RowViews(form.ListView1);
         std::sort(rows.begin(), rows.end());
         return rows;
     };
     Populate(frame::key::kMain);
     const auto before = sortedRows();
-    for (const auto& k : keys)
-        for (const auto& item : items) {
-            ClickCheckBox(Row(k.section, item.name));
-            if (!item.refresh) ClickCheckBox(Row(k.section, item.name));
-        }
+    each([&](auto& k, auto& item) {
+        ClickCheckBox(Row(k.section, item.name));
+        if (!item.refresh) ClickCheckBox(Row(k.section, item.name));
+    });
     Populate(frame::key::kMain);
-    for (const auto& k : keys)
-        for (const auto& item : items)
-            if (item.refresh) ClickCheckBox(Row(k.section, item.name));
+    each([&](auto& k, auto& item) {
+        if (item.refresh) ClickCheckBox(Row(k.section, item.name));
+    });
 
     Populate(frame::key::kMain);
     EXPECT_EQ(sortedRows(), before);
-    for (const auto& k : keys)
-        for (const auto& item : items) {
-            EXPECT_EQ(places.Raw(k.root, place(k.key, item.enabled), item.name),
-                      std::make_pair(kSz, data(k.key) + '\0'))
-                << k.section << " / " << item.name;
-            EXPECT_EQ(places.Raw(k.root, place(k.key, !item.enabled), item.name), std::nullopt)
-                << k.section << " / " << item.name;
-        }
+    each([&](auto& k, auto& item) {
+        EXPECT_EQ(places.Raw(k.root, place(k.key, item.enabled), item.name), RawValue(kSz, data(k.key) + '\0'))
+            << k.section << " / " << item.name;
+        EXPECT_EQ(places.Raw(k.root, place(k.key, !item.enabled), item.name), std::nullopt)
+            << k.section << " / " << item.name;
+    });
 }
 
 TEST_F(Items, StartupShortcutsGoRoundThroughTheSettingsFile) {
     const struct {
         int csidl;
         std::string_view node;
-        const char* section;
-        const char* settingsSection;
-        const char* tag;
+        const char *section, *settingsSection, *tag;
     } folders[] = {
-        {platform::kCsidlCommonStartup, frame::key::kAllUsers, "All Users\\Startup", "StartupAllUser", "1"},
-        {platform::kCsidlStartup, frame::key::kCurrUser, "Current User\\Startup", "StartupCurrUser", "2"},
-    };
-    storage::IniFile ini(machine->Files());
-    auto iniValue = [&](const char* section, const std::string& name) {
-        ini.IniFilePath(places.SettingsFile());
-        ini.IniSection(section);
-        return ini.IniReadValue(name);
+        {kAllUsersFolder, frame::key::kAllUsers, "All Users\\Startup", "StartupAllUser", "1"},
+        {kCurrentUserFolder, frame::key::kCurrUser, "Current User\\Startup", "StartupCurrUser", "2"},
     };
     for (const auto& f : folders)
         for (bool refresh : {true, false}) {
@@ -168,8 +151,7 @@ TEST_F(Items, StartupShortcutsGoRoundThroughTheSettingsFile) {
 
             ClickCheckBox(Row(f.section, name));
             EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{}) << "both shortcuts to the target go";
-            EXPECT_EQ(iniValue(f.settingsSection, name), kNotepad);
-
+            EXPECT_EQ(places.Ini(f.settingsSection).IniReadValue(name), kNotepad);
             if (refresh) {
                 Populate(f.node);
                 EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "No", f.section, f.tag}}));
@@ -178,7 +160,7 @@ TEST_F(Items, StartupShortcutsGoRoundThroughTheSettingsFile) {
             // One shortcut comes back, named after the row.
             EXPECT_EQ(places.NewFolderFiles(f.csidl), std::vector<std::string>{name + ".lnk"}) << f.section << refresh;
             EXPECT_EQ(places.Target(f.csidl, name + ".lnk"), kNotepad);
-            EXPECT_EQ(iniValue(f.settingsSection, name), "");
+            EXPECT_EQ(places.Ini(f.settingsSection).IniReadValue(name), "");
 
             Populate(f.node);
             EXPECT_EQ(Rows({f.section}), (std::vector<RowView>{{name, kNotepad, "Yes", f.section, f.tag}}));
@@ -187,10 +169,15 @@ TEST_F(Items, StartupShortcutsGoRoundThroughTheSettingsFile) {
 }
 
 TEST_F(Items, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAlong) {
-    const std::string rdpwd = tessmark::testing::kRdpwd, winlogon = tessmark::testing::kWinlogon;
-    places.Set(HKLM, rdpwd, "StartupPrograms", "A,B,C");
-    places.Set(HKLM, winlogon, "Userinit", "A,B,C");
-    places.Set(HKLM, winlogon, "Shell", "A B C");
+    const std::string rdpwd = kRdpwd, winlogon = kWinlogon;
+    const std::pair<std::string, const char*> values[] = {
+        {rdpwd, "StartupPrograms"}, {winlogon, "Userinit"}, {winlogon, "Shell"}};
+    auto expectValues = [&](const char* list, const char* listShell, const std::string& below) {
+        for (const auto& [key, name] : values)
+            EXPECT_EQ(places.Value(HKLM, key + below, name), (StoredValue{kSz, name == "Shell"s ? listShell : list}))
+                << name << below;
+    };
+    for (const auto& [key, name] : values) places.Set(HKLM, key, name, name == "Shell"s ? "A B C" : "A,B,C");
     const std::vector<std::string> sections = {"Registry\\All Users\\Logon\\Startup Programs",
                                                "Registry\\All Users\\Logon\\UserInit",
                                                "Registry\\All Users\\Logon\\Shell"};
@@ -205,12 +192,8 @@ TEST_F(Items, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAl
     Populate(frame::key::kRegAll);
     ASSERT_EQ(Rows(sections), expected({{"A", "Yes"}, {"B", "Yes"}, {"C", "Yes"}}));
     for (const auto& section : sections) ClickCheckBox(Row(section, "B"));
-    EXPECT_EQ(places.Value(HKLM, rdpwd, "StartupPrograms"), (StoredValue{kSz, "A,C"}));
-    EXPECT_EQ(places.Value(HKLM, winlogon, "Userinit"), (StoredValue{kSz, "A,C"}));
-    EXPECT_EQ(places.Value(HKLM, winlogon, "Shell"), (StoredValue{kSz, "A C"}));
-    EXPECT_EQ(places.Value(HKLM, rdpwd + "\\AutorunsDisabled", "StartupPrograms"), (StoredValue{kSz, "B"}));
-    EXPECT_EQ(places.Value(HKLM, winlogon + "\\AutorunsDisabled", "Userinit"), (StoredValue{kSz, "B"}));
-    EXPECT_EQ(places.Value(HKLM, winlogon + "\\AutorunsDisabled", "Shell"), (StoredValue{kSz, "B"}));
+    expectValues("A,C", "A C", "");
+    expectValues("B", "B", "\\AutorunsDisabled");
 
     Populate(frame::key::kRegAll);
     ASSERT_EQ(Rows(sections), expected({{"A", "Yes"}, {"C", "Yes"}, {"B", "No"}}));
@@ -220,28 +203,21 @@ TEST_F(Items, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAl
     ClickCheckBox(Row(sections[2], "B"));
     ClickCheckBox(Row(sections[0], "B"));
     EXPECT_FALSE(places.KeyExists(HKLM, rdpwd + "\\AutorunsDisabled"));
-    EXPECT_EQ(places.Value(HKLM, rdpwd, "StartupPrograms"), (StoredValue{kSz, "A,C,B"}));
-    EXPECT_EQ(places.Value(HKLM, winlogon, "Userinit"), (StoredValue{kSz, "A,C,B"}));
-    EXPECT_EQ(places.Value(HKLM, winlogon, "Shell"), (StoredValue{kSz, "A C B"}));
+    expectValues("A,C,B", "A C B", "");
 
     Populate(frame::key::kRegAll);
     EXPECT_EQ(Rows(sections), expected({{"A", "Yes"}, {"C", "Yes"}, {"B", "Yes"}}));
 }
 
 TEST_F(Items, ADisabledStartupProgramsRowInCapitalsFlipsToNoWhenEnabled) {
-    const std::string rdpwd = tessmark::testing::kRdpwd;
-    const std::string section = "Registry\\All Users\\Logon\\Startup Programs";
-    places.Set(HKLM, rdpwd, "StartupPrograms", "A");
-    places.Set(HKLM, rdpwd + "\\AutorunsDisabled", "StartupPrograms", "B,C");
+    places.Set(HKLM, kRdpwd, "StartupPrograms", "A");
+    places.Set(HKLM, kRdpwd + "\\AutorunsDisabled"s, "StartupPrograms", "B,C");
     Populate(frame::key::kRegAll);
-    discovery::ItemRow& row = Row(section, "B");
-    ASSERT_EQ(row.SubItems(2), "NO");
-    ASSERT_FALSE(row.Checked);
-
+    discovery::ItemRow& row = Row("Registry\\All Users\\Logon\\Startup Programs", "B");
+    ASSERT_EQ(std::make_pair(row.SubItems(2), row.Checked), std::make_pair("NO"s, false));
     ClickCheckBox(row);
-    EXPECT_EQ(places.Value(HKLM, rdpwd, "StartupPrograms"), (StoredValue{kSz, "A,B"}));
-    EXPECT_EQ(row.SubItems(2), "No");
-    EXPECT_FALSE(row.Checked);
+    EXPECT_EQ(places.Value(HKLM, kRdpwd, "StartupPrograms"), (StoredValue{kSz, "A,B"}));
+    EXPECT_EQ(std::make_pair(row.SubItems(2), row.Checked), std::make_pair("No"s, false));
 }
 
 TEST_F(Items, DoubleClickF2AndThePopupCommandSwitchTheSelectedRow) {
@@ -259,32 +235,20 @@ TEST_F(Items, DoubleClickF2AndThePopupCommandSwitchTheSelectedRow) {
         form.ListView1.Select(second);
 
         fire(form);
-        EXPECT_EQ(second.SubItems(2), "No") << name;
-        EXPECT_FALSE(second.Checked) << name;
-        EXPECT_TRUE(second.Selected) << name;
+        EXPECT_EQ(std::make_tuple(second.SubItems(2), second.Checked, second.Selected), std::make_tuple("No"s, false, true))
+            << name;
         EXPECT_EQ(form.ListView1.Rows()[0]->SubItems(2), "Yes") << name;
         EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", text), (StoredValue{kSz, kNotepad})) << name;
-
         fire(form);
-        EXPECT_EQ(second.SubItems(2), "Yes") << name;
-        EXPECT_TRUE(second.Selected) << name;
+        EXPECT_EQ(std::make_tuple(second.SubItems(2), second.Checked, second.Selected), std::make_tuple("Yes"s, true, true))
+            << name;
         EXPECT_EQ(places.Value(HKLM, kBase + "Run", text), (StoredValue{kSz, kNotepad})) << name;
     }
 }
 
 TEST_F(Items, RightClickNamesTheCommandAfterTheSelectedRowAndOfOtherKeysOnlyF5Acts) {
-    Populate(frame::key::kBhoAll);  // no rows: the commands do nothing, the popup still comes
-    tessmark::testing::ScriptedView view;
+    ScriptedView view;
     form.view = &view;
-    form.FrmMenu.mnuDisable.Caption = "Enable";
-    form.ListView1_DblClick();
-    form.ListView1_KeyDown(kF2, 0);
-    form.mnuDisable_Click();
-    EXPECT_TRUE(machine->Ui().log.empty());
-    form.ListView1_MouseDown(kRight, 0, 10, 10);
-    EXPECT_EQ(view.popups, std::vector<std::string>{"mnuPopup"});
-    EXPECT_EQ(form.FrmMenu.mnuDisable.Caption, "Enable");
-
     places.Set(HKLM, kBase + "Run", "On", kNotepad);
     places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Off", kNotepad);
     Populate(frame::key::kRunExAll);
@@ -292,25 +256,51 @@ TEST_F(Items, RightClickNamesTheCommandAfterTheSelectedRowAndOfOtherKeysOnlyF5Ac
     form.ListView1_KeyDown(kDeleteKey, 0);
     form.ListView1_KeyDown('A', 0);
     EXPECT_EQ(form.ListView1.Count(), 2);
-    EXPECT_EQ(Row("Registry\\All Users\\Run", "On").SubItems(2), "Yes");
+    EXPECT_EQ(Row(kAllRun, "On").SubItems(2), "Yes");
     EXPECT_EQ(places.Value(HKLM, kBase + "Run", "On"), (StoredValue{kSz, kNotepad}));
 
-    view.popups.clear();
-    form.ListView1.Select(Row("Registry\\All Users\\Run", "Off"));
+    form.ListView1.Select(Row(kAllRun, "Off"));
     form.ListView1_MouseDown(kLeft, 0, 0, 0);
     EXPECT_TRUE(view.popups.empty());
     form.ListView1_MouseDown(kRight, 0, 0, 0);
-    EXPECT_EQ(view.popups.size(), 1u);
-    EXPECT_EQ(form.FrmMenu.mnuDisable.Caption, "Enable");
-    EXPECT_TRUE(form.FrmMenu.mnuDisable.Checked);
-    form.ListView1.Select(Row("Registry\\All Users\\Run", "On"));
+    EXPECT_EQ(view.popups, std::vector<std::string>{"mnuPopup"});
+    EXPECT_EQ(std::make_pair(form.FrmMenu.mnuDisable.Caption, form.FrmMenu.mnuDisable.Checked), std::make_pair("Enable"s, true));
+    form.ListView1.Select(Row(kAllRun, "On"));
     form.ListView1_MouseDown(kRight, 0, 0, 0);
     EXPECT_EQ(view.popups.size(), 2u);
-    EXPECT_EQ(form.FrmMenu.mnuDisable.Caption, "Disable");
-    EXPECT_FALSE(form.FrmMenu.mnuDisable.Checked);
+    EXPECT_EQ(std::make_pair(form.FrmMenu.mnuDisable.Caption, form.FrmMenu.mnuDisable.Checked), std::make_pair("Disable"s, false));
 
     form.ListView1_KeyDown(kF5, 0);
     EXPECT_EQ(form.ListView1.Count(), 3);
+}
+
+TEST_F(Items, AnErrorInsideEndsTheCommandsButEscapesACheckBoxClickAndARightClick) {
+    // No rows: the commands do nothing, the popup still comes and keeps its caption.
+    Populate(frame::key::kBhoAll);
+    ScriptedView view;
+    form.view = &view;
+    form.FrmMenu.mnuDisable.Caption = "Enable";
+    form.ListView1_DblClick();
+    form.ListView1_KeyDown(kF2, 0);
+    form.mnuDisable_Click();
+    form.ListView1_MouseDown(kRight, 0, 10, 10);
+    EXPECT_EQ(view.popups, std::vector<std::string>{"mnuPopup"});
+    EXPECT_EQ(form.FrmMenu.mnuDisable.Caption, "Enable");
+
+    // A driver row whose Key has no comma cannot be read.
+    discovery::ItemRow& row = AddRow("TessmarkTestService", "Registry\\All Users\\Drivers", 19, "Two");
+    form.ListView1_DblClick();
+    EXPECT_FALSE(row.Checked) << "the box keeps its new state";
+    EXPECT_EQ(row.SubItems(2), "Yes") << "the row's text is not renewed";
+    form.ListView1_KeyDown(kF2, 0);
+    form.mnuDisable_Click();
+    EXPECT_TRUE(Log().empty());
+    try {
+        ClickCheckBox(row);
+        ADD_FAILURE() << "the error should leave the handler";
+    } catch (const vb::VbError& error) {
+        EXPECT_EQ(error.number(), vb::err::kInvalidCall);
+    }
     // Rows but no selection: the error goes up to the top-level handler.
     form.ListView1.Clear();
     form.ListView1.Add();
@@ -321,9 +311,8 @@ TEST_F(Items, ColumnClicksSortAscendingAndRowsKeepTheirIdentity) {
     for (const char* name : {"beta", "Gamma", "alpha"}) places.Set(HKLM, kBase + "Run", name, kNotepad);
     places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "delta", kNotepad);
     Populate(frame::key::kRunExAll);
-    discovery::ItemRow& gamma = Row("Registry\\All Users\\Run", "Gamma");
+    discovery::ItemRow& gamma = Row(kAllRun, "Gamma");
     form.ListView1.Select(gamma);
-
     auto names = [&] {
         std::vector<std::string> shown;
         for (const auto& row : form.ListView1.Rows()) shown.push_back(Shown(row->Text));
@@ -334,9 +323,7 @@ TEST_F(Items, ColumnClicksSortAscendingAndRowsKeepTheirIdentity) {
     EXPECT_EQ(names(), byName);
     form.ListView1_ColumnClick(1);
     EXPECT_EQ(names(), byName) << "a second click does not reverse";
-    EXPECT_EQ(form.ListView1.SortKey, 0);
-    EXPECT_EQ(form.ListView1.SortOrder, 0);
-
+    EXPECT_EQ(std::make_pair(form.ListView1.SortKey, form.ListView1.SortOrder), std::make_pair(0L, 0L));
     form.ListView1_ColumnClick(3);  // the hidden flag column: "No" before "Yes"
     EXPECT_EQ(names().front(), "delta");
     EXPECT_EQ(form.ListView1.SortKey, 2);
@@ -346,154 +333,83 @@ TEST_F(Items, ColumnClicksSortAscendingAndRowsKeepTheirIdentity) {
     EXPECT_EQ(gamma.SubItems(2), "No");
 }
 
-TEST_F(Items, DriverAndBrowserHelperRowsHandOnTheirKey) {
-    const std::pair<const char*, std::uint32_t> words[] = {
-        {"Zero,x", 0}, {"One,x", 1}, {"Two,x", 2}, {"Three,x", 3}, {"two,x", 0}, {"Four,x", 0}, {",x", 0},
-    };
-    const std::string key = tessmark::testing::kServiceKey, clsid = tessmark::testing::kTestClsid;
-    for (const auto& [word, number] : words) {
-        ClickCheckBox(AddRow("TessmarkTestService", "Registry\\All Users\\Drivers", 19, word));
-        EXPECT_EQ(places.Dword(HKLM, key, "AutorunsDisabled"), number) << word;
-        EXPECT_EQ(places.Dword(HKLM, key, "Start"), 4u) << word;
-    }
-    places.MakeKey(HKLM, tessmark::testing::kBhoBase + clsid);
-    discovery::ItemRow& row = AddRow("Helper", "Registry\\All Users\\Browser Helper Objects", 20, clsid);
-    ClickCheckBox(row);
-    EXPECT_FALSE(places.KeyExists(HKLM, tessmark::testing::kBhoBase + clsid));
-    EXPECT_TRUE(places.KeyExists(HKLM, std::string(tessmark::testing::kBhoBase) + "AutorunsDisabled\\" + clsid));
-    EXPECT_EQ(row.SubItems(2), "No");
-}
-
-TEST_F(Items, AnErrorInsideEndsTheCommandsButEscapesACheckBoxClick) {
-    // A driver row whose Key has no comma cannot be read.
-    discovery::ItemRow& row = AddRow("TessmarkTestService", "Registry\\All Users\\Drivers", 19, "Two");
-    form.ListView1_DblClick();
-    EXPECT_FALSE(row.Checked) << "the box keeps its new state";
-    EXPECT_EQ(row.SubItems(2), "Yes") << "the row's text is not renewed";
-    form.ListView1_KeyDown(kF2, 0);
-    form.mnuDisable_Click();
-    EXPECT_TRUE(machine->Ui().log.empty());
-    try {
-        ClickCheckBox(row);
-        ADD_FAILURE() << "the error should leave the handler";
-    } catch (const vb::VbError& error) {
-        EXPECT_EQ(error.number(), vb::err::kInvalidCall);
-    }
-}
-
 // ---- the operations alone
 
 TEST_F(Items, OnlyDisablingLogsAndTheCopyIsTextOfThePathHandedIn) {
-    // Nothing lists this key, yet it is handled; section texts compare exactly, case included.
+    // Nothing lists this key, yet it is handled.
     const std::string live = kBase + "RunServiceOnce", disabled = live + "\\AutorunsDisabled";
+    const std::string section = "Registry\\Current User\\RunServicesOnce";
     places.Set(HKCU, live, "Tool", "%windir%\\notepad.exe", platform::reg::kExpandSz);
-    places.Set(HKLM, live, "Tool", "elsewhere");
-    ops.MarkDisable("Registry\\Current User\\RunServicesOnce", "Tool", kNotepad, 0);
+    ops.MarkDisable(section, "Tool", kNotepad, 0);
     EXPECT_EQ(places.Value(HKCU, disabled, "Tool"), (StoredValue{kSz, kNotepad}));
-    EXPECT_EQ(Log().back(), "Tessmark - Section-Registry\\Current User\\RunServicesOnce ItemName-Tool ItemPath-" +
-                                std::string(kNotepad));
-    for (int twice = 0; twice < 2; ++twice) ops.MarkEnable("Registry\\Current User\\RunServicesOnce", "Tool", kNotepad, 0);
+    for (int twice = 0; twice < 2; ++twice) ops.MarkEnable(section, "Tool", kNotepad, 0);
     EXPECT_EQ(places.Value(HKCU, live, "Tool"), (StoredValue{kSz, kNotepad}));
     EXPECT_TRUE(places.KeyExists(HKCU, disabled)) << "the emptied subkey stays";
-    EXPECT_EQ(places.Value(HKLM, live, "Tool"), (StoredValue{kSz, "elsewhere"}));
-    EXPECT_EQ(Log().size(), 1u);
 
-    for (const char* section : {"Registry\\All Users\\run", "registry\\all users\\Run", ""}) {
-        places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
-        places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Tool", kRegedit);
-        ops.MarkDisable(section, "Tool", kNotepad, 0);
-        EXPECT_EQ(Log().back(), "Tessmark - Section-" + std::string(section) + " ItemName-Tool ItemPath-" + kNotepad);
-        ops.MarkEnable(section, "Tool", kNotepad, 0);
-        EXPECT_EQ(places.Value(HKLM, kBase + "Run", "Tool"), (StoredValue{kSz, kNotepad})) << section;
-        EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", "Tool"), (StoredValue{kSz, kRegedit})) << section;
+    // Section texts compare exactly, case included: nothing moves, and the disabling still logs.
+    std::vector<std::string> logged = {LogLine(section, "Tool", kNotepad)};
+    places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
+    places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Tool", kRegedit);
+    for (const char* other : {"Registry\\All Users\\run", "registry\\all users\\Run", ""}) {
+        ops.MarkDisable(other, "Tool", kNotepad, 0);
+        ops.MarkEnable(other, "Tool", kNotepad, 0);
+        logged.push_back(LogLine(other, "Tool", kNotepad));
     }
-    EXPECT_EQ(Log().size(), 4u);
+    EXPECT_EQ(places.Value(HKLM, kBase + "Run", "Tool"), (StoredValue{kSz, kNotepad}));
+    EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", "Tool"), (StoredValue{kSz, kRegedit}));
+    EXPECT_EQ(Log(), logged);
 }
 
 // ---- lists of programs in one logon value
 
-std::string KeyOf(const std::string& logonFolder) {
-    return logonFolder == "StartupPrograms" ? tessmark::testing::kRdpwd : tessmark::testing::kWinlogon;
-}
-
-TEST_F(Items, DisablingTakesTheMemberOutOfTheLiveListAndAppendsItToTheDisabledOne) {
+TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
+    using Op = void (operations::ItemOperations::*)(const std::string&, const std::string&, const std::string&);
+    const Op D = &operations::ItemOperations::DisableLogon, E = &operations::ItemOperations::EnableLogon,
+             X = &operations::ItemOperations::DeleteLogon;
     const struct {
-        const char *before, *member, *logonFolder;
-        std::optional<std::string> after;  // nothing: the value is gone
+        Op op;
+        const char *folder, *live, *disabled, *member, *liveAfter, *disabledAfter;  // null: no value
     } cases[] = {
-        {"A,B,C", "B", "Userinit", "A,C"}, {"A, B, C", "B", "Userinit", "A, C"}, {"B,C", "B", "Userinit", "C"},
-        {"A,B", "B", "Userinit", "A"},     {"B", "B", "Userinit", std::nullopt}, {"B,", "B", "Userinit", std::nullopt},
-        {"A B", "B", "Shell", "A"},        {"A,B,C", "B", "StartupPrograms", "A,C"},
-        {"\"A\",B  ", "B", "Userinit", "A"},
+        // Disabling takes the member out of the live list and appends it to the disabled one.
+        {D, "Userinit", "A,B,C", nullptr, "B", "A,C", "B"}, {D, "Userinit", "A, B, C", nullptr, "B", "A, C", "B"},
+        {D, "Userinit", "B,C", nullptr, "B", "C", "B"},     {D, "Userinit", "A,B", nullptr, "B", "A", "B"},
+        {D, "Userinit", "B", nullptr, "B", nullptr, "B"},   {D, "Userinit", "B,", nullptr, "B", nullptr, "B"},
+        {D, "Shell", "A B", nullptr, "B", "A", "B"},        {D, "StartupPrograms", "A,B,C", nullptr, "B", "A,C", "B"},
+        {D, "Userinit", "\"A\",B  ", nullptr, "B", "A", "B"},
         // The first occurrence counts, also inside another member.
-        {"C:\\app\\x.exe,app", "app", "Userinit", "C:,x.exe,app"},
+        {D, "Userinit", "C:\\app\\x.exe,app", nullptr, "app", "C:,x.exe,app", "app"},
         // A member that is not there costs the list its first Len + 1 characters.
-        {"alpha,beta", "zz", "Userinit", "ha,beta"}, {"ab", "zz", "Shell", std::nullopt},
+        {D, "Userinit", "alpha,beta", nullptr, "zz", "ha,beta", "zz"}, {D, "Shell", "ab", nullptr, "zz", nullptr, "zz"},
+        {D, "Userinit", "A,B", "X,", "B", "A", "X,B"},      {D, "Userinit", "A,B", "X, ", "B", "A", "X,B"},
+        {D, "StartupPrograms", "A,B", "X", "B", "A", "X,B"}, {D, "Shell", "A B", "X", "B", "A", "X B"},
+        {D, "Shell", "A B", "X,", "B", "A", "X, B"},         {D, "Shell", "A B", "X ", "B", "A", "X B"},
+        // Deleting touches the live list only, keeps the comma behind the member
+        // and writes the list even when emptied or missing.
+        {X, "Userinit", "A, B, C", nullptr, "B", "A,, C", nullptr}, {X, "Userinit", "B", nullptr, "B", "", nullptr},
+        {X, "Shell", nullptr, nullptr, "B", "", nullptr},           {X, "Shell", "A B", nullptr, "B", "A", nullptr},
+        // Enabling appends to the live list; the last member of the disabled one
+        // leaves only the first character of what stood before it.
+        {E, "Userinit", "L", "A,B,C", "B", "L,B", "A,C"},    {E, "Userinit", "L", "B,C", "B", "L,B", "C"},
+        {E, "Shell", "L", "A B", "B", "L B", "A"},           {E, "Userinit", "L", "A,B,C", "C", "L,C", "A"},
+        {E, "StartupPrograms", "L", "first,second", "second", "L,second", "f"},
+        {E, "Userinit", "L", "alpha,beta", "zz", "L,zz", "ha,beta"},
+        {E, "Userinit", "L", "B", "B", "L,B", nullptr},      {E, "StartupPrograms", "L", "B,", "B", "L,B", nullptr},
     };
+    auto stored = [](const char* text) { return text ? std::optional(StoredValue{kSz, text}) : std::nullopt; };
     for (const auto& c : cases) {
-        const std::string key = KeyOf(c.logonFolder);
-        tessmark::testing::DeleteTree(machine->Registry(), HKLM, key + "\\AutorunsDisabled");
-        places.Set(HKLM, key, c.logonFolder, c.before);
+        const std::string key = c.folder == "StartupPrograms"s ? kRdpwd : kWinlogon, disabled = key + "\\AutorunsDisabled";
+        const std::string label = std::string(c.folder) + " " + (c.live ? c.live : "-") + " / " +
+                                  (c.disabled ? c.disabled : "-") + ", member " + c.member;
+        DeleteTree(machine->Registry(), HKLM, disabled);
+        places.Delete(HKLM, key, c.folder);
+        if (c.live) places.Set(HKLM, key, c.folder, c.live);
+        if (c.disabled) places.Set(HKLM, disabled, c.folder, c.disabled);
         places.Set(HKLM, key, "Other", "stays");
-        ops.DisableLogon(key, c.member, c.logonFolder);
-        auto after = places.Value(HKLM, key, c.logonFolder);
-        EXPECT_EQ(after, c.after ? std::optional(StoredValue{kSz, *c.after}) : std::nullopt) << c.before << " less " << c.member;
-        EXPECT_EQ(places.Value(HKLM, key, "Other"), (StoredValue{kSz, "stays"}));
-        EXPECT_EQ(places.Value(HKLM, key + "\\AutorunsDisabled", c.logonFolder), (StoredValue{kSz, c.member})) << c.before;
-    }
-    const struct {
-        const char *logonFolder, *disabledBefore, *disabledAfter;
-    } grown[] = {{"Userinit", "X,", "X,B"}, {"Userinit", "X, ", "X,B"}, {"StartupPrograms", "X", "X,B"},
-                 {"Shell", "X", "X B"},     {"Shell", "X,", "X, B"},    {"Shell", "X ", "X B"}};
-    for (const auto& c : grown) {
-        const std::string key = KeyOf(c.logonFolder);
-        places.Set(HKLM, key + "\\AutorunsDisabled", c.logonFolder, c.disabledBefore);
-        places.Set(HKLM, key, c.logonFolder, "A,B");
-        ops.DisableLogon(key, "B", c.logonFolder);
-        EXPECT_EQ(places.Value(HKLM, key + "\\AutorunsDisabled", c.logonFolder), (StoredValue{kSz, c.disabledAfter}))
-            << c.logonFolder << " after \"" << c.disabledBefore << "\"";
-    }
-}
-
-TEST_F(Items, DeletingTakesTheMemberOutOfTheLiveListOnly) {
-    const struct {
-        const char *before, *member, *logonFolder, *after;
-    } cases[] = {
-        {"A, B, C", "B", "Userinit", "A,, C"},  // the comma behind the member stays
-        {"B", "B", "Userinit", ""},             // emptied, and still there
-        {"", "B", "Shell", ""},                 // missing, and created
-        {"A B", "B", "Shell", "A"},
-    };
-    for (const auto& c : cases) {
-        const std::string key = KeyOf(c.logonFolder);
-        tessmark::testing::DeleteTree(machine->Registry(), HKLM, key + "\\AutorunsDisabled");
-        if (*c.before) places.Set(HKLM, key, c.logonFolder, c.before);
-        ops.DeleteLogon(key, c.member, c.logonFolder);
-        EXPECT_EQ(places.Value(HKLM, key, c.logonFolder), (StoredValue{kSz, c.after})) << c.before;
-        EXPECT_FALSE(places.KeyExists(HKLM, key + "\\AutorunsDisabled")) << c.before;
-    }
-}
-
-TEST_F(Items, EnablingTakesTheMemberOutOfTheDisabledListWithItsOwnRules) {
-    const struct {
-        const char *before, *member, *logonFolder;
-        std::optional<std::string> after;  // nothing: the key is gone
-    } cases[] = {
-        {"A,B,C", "B", "Userinit", "A,C"}, {"B,C", "B", "Userinit", "C"}, {"A B", "B", "Shell", "A"},
-        // The last member leaves only the first character of what stood before it.
-        {"A,B,C", "C", "Userinit", "A"},   {"first,second", "second", "StartupPrograms", "f"},
-        {"alpha,beta", "zz", "Userinit", "ha,beta"},
-        {"B", "B", "Userinit", std::nullopt}, {"B,", "B", "StartupPrograms", std::nullopt},
-    };
-    for (const auto& c : cases) {
-        const std::string key = KeyOf(c.logonFolder), disabled = key + "\\AutorunsDisabled";
-        places.Set(HKLM, disabled, c.logonFolder, c.before);
-        places.Set(HKLM, key, c.logonFolder, "L");
-        ops.EnableLogon(key, c.member, c.logonFolder);
-        const std::string separator = std::string(c.logonFolder) == "Shell" ? " " : ",";
-        EXPECT_EQ(places.Value(HKLM, key, c.logonFolder), (StoredValue{kSz, "L" + separator + c.member})) << c.before;
-        if (c.after) EXPECT_EQ(places.Value(HKLM, disabled, c.logonFolder), (StoredValue{kSz, *c.after})) << c.before;
-        else EXPECT_FALSE(places.KeyExists(HKLM, disabled)) << c.before;
+        (ops.*c.op)(key, c.member, c.folder);
+        EXPECT_EQ(places.Value(HKLM, key, c.folder), stored(c.liveAfter)) << label;
+        EXPECT_EQ(places.Value(HKLM, disabled, c.folder), stored(c.disabledAfter)) << label;
+        EXPECT_EQ(places.KeyExists(HKLM, disabled), c.disabledAfter != nullptr) << label;
+        EXPECT_EQ(places.Value(HKLM, key, "Other"), (StoredValue{kSz, "stays"})) << label;
     }
 }
 
@@ -504,12 +420,12 @@ TEST_F(Items, DisablingAShortcutLeavesOtherTargetsFilesAndFoldersAndReplacesTheL
     places.Shortcut(kCurrentUserFolder, "Registry.lnk", kRegedit);
     places.Shortcut(kAllUsersFolder, "Editor.lnk", kNotepad);
     ASSERT_TRUE(machine->Files().WriteWholeFile(places.StartupFolder(kCurrentUserFolder) + "\\notes.txt", "x"));
-    Ini("StartupCurrUser").IniWriteValue("Notepad", "C:\\old.exe");
+    places.Ini("StartupCurrUser").IniWriteValue("Notepad", "C:\\old.exe");
     ops.MarkDisable("Current User\\Startup", "Notepad", kNotepad, 0);
     EXPECT_EQ(places.NewFolderFiles(kCurrentUserFolder), (std::vector<std::string>{"Registry.lnk", "notes.txt"}));
     EXPECT_EQ(places.NewFolderFiles(kAllUsersFolder), std::vector<std::string>{"Editor.lnk"});
-    EXPECT_EQ(Ini("StartupCurrUser").IniReadValue("Notepad"), kNotepad);
-    EXPECT_EQ(Log().back(), "Tessmark - Section-Current User\\Startup ItemName-Notepad ItemPath-C:\\windows\\notepad.exe");
+    EXPECT_EQ(places.Ini("StartupCurrUser").IniReadValue("Notepad"), kNotepad);
+    EXPECT_EQ(Log().back(), LogLine("Current User\\Startup", "Notepad", kNotepad));
 }
 
 TEST_F(Items, AShortcutThatCannotBeDeletedOrSavedStopsTheCommandMidway) {
@@ -518,26 +434,22 @@ TEST_F(Items, AShortcutThatCannotBeDeletedOrSavedStopsTheCommandMidway) {
     EXPECT_THROW(ops.MarkDisable("Current User\\Startup", "Locked", kNotepad, 0), vb::VbError);
     EXPECT_TRUE(Log().empty());
     // The line was written first, so the item now counts as enabled and disabled.
-    EXPECT_EQ(Ini("StartupCurrUser").IniReadValue("Locked"), kNotepad);
+    EXPECT_EQ(places.Ini("StartupCurrUser").IniReadValue("Locked"), kNotepad);
     EXPECT_EQ(places.NewFolderFiles(kCurrentUserFolder), std::vector<std::string>{"Locked.lnk"});
 
-    Ini("StartupCurrUser").IniWriteValue("Missing\\Tool", kNotepad);
+    places.Ini("StartupCurrUser").IniWriteValue("Missing\\Tool", kNotepad);
     EXPECT_THROW(ops.MarkEnable("Current User\\Startup", "Missing\\Tool", kNotepad, 0), vb::VbError);
-    EXPECT_EQ(Ini("StartupCurrUser").IniReadValue("Missing\\Tool"), kNotepad);
+    EXPECT_EQ(places.Ini("StartupCurrUser").IniReadValue("Missing\\Tool"), kNotepad);
 }
 
 TEST_F(Items, EnablingOverwritesAShortcutOfTheSameNameAndForgetsOnlyALineThatNamesThePath) {
-    Ini("StartupAllUser").IniWriteValue("Tool", kRegedit);
-    Ini("StartupAllUser").IniWriteValue("Other", "File Not Found");
+    places.Ini("StartupAllUser").IniWriteValue("Tool", kRegedit);
     places.Shortcut(kAllUsersFolder, "Tool.lnk", kRegedit);
     ops.MarkEnable("All Users\\Startup", "Tool", "File Not Found", 0);
     char full[261] = {};
     machine->Files().GetFullPathNameA("File Not Found", sizeof full, full);
     EXPECT_EQ(places.Target(kAllUsersFolder, "Tool.lnk"), full);
-    EXPECT_EQ(Ini("StartupAllUser").IniReadValue("Tool"), kRegedit);
-    ops.MarkEnable("All Users\\Startup", "Other", "File Not Found", 0);
-    EXPECT_EQ(Ini("StartupAllUser").IniReadValue("Other"), "");
-    EXPECT_EQ(Ini("StartupAllUser").IniReadValue("Tool"), kRegedit);
+    EXPECT_EQ(places.Ini("StartupAllUser").IniReadValue("Tool"), kRegedit);
 }
 
 TEST_F(Items, ShortcutNamesAlwaysGetLnkAddedAndVeryShortNamesFail) {
@@ -560,49 +472,62 @@ TEST_F(Items, ShortcutNamesAlwaysGetLnkAddedAndVeryShortNamesFail) {
     }
 }
 
-// ---- services, drivers and browser helpers, which nothing lists
+// ---- services, drivers and browser helpers, which nothing lists: rows of their own
 
-TEST_F(Items, ServicesComeBackAutomaticDriversWithTheNumberHandedIn) {
-    const std::string key = tessmark::testing::kServiceKey;
+TEST_F(Items, ServiceRowsComeBackAutomaticAndDriverRowsWithTheStartTypeOfTheirKey) {
+    const std::string key = kServiceKey;
+    const char *services = "Registry\\All Users\\Services", *drivers = "Registry\\All Users\\Drivers";
     const struct {
-        const char* section;
-        std::int32_t disableValue;
-        std::uint32_t mark;
-        std::int32_t enableValue;
-        std::uint32_t startAfterEnable;
-    } cases[] = {{"Registry\\All Users\\Services", 3, 1, 3, 2},
-                 {"Registry\\All Users\\Drivers", 3, 3, 1, 1},
-                 {"Registry\\All Users\\Drivers", 3, 3, 0, 0}};
+        const char *section, *word;
+        std::uint32_t mark, startAfterEnable;
+    } cases[] = {
+        {services, "Three,x", 1, 2}, {drivers, "Zero,x", 0, 0}, {drivers, "One,x", 1, 1}, {drivers, "Two,x", 2, 2},
+        {drivers, "Three,x", 3, 3},  {drivers, "two,x", 0, 0},  {drivers, "Four,x", 0, 0}, {drivers, ",x", 0, 0},
+    };
     for (const auto& c : cases) {
         places.SetDword(HKLM, key, "Start", 3);
-        ops.MarkDisable(c.section, "TessmarkTestService", "", c.disableValue);
-        EXPECT_EQ(places.Dword(HKLM, key, "Start"), 4u) << c.section;
-        EXPECT_EQ(places.Dword(HKLM, key, "AutorunsDisabled"), c.mark) << c.section;
-        ops.MarkEnable(c.section, "TessmarkTestService", "", c.enableValue);
-        EXPECT_EQ(places.Dword(HKLM, key, "Start"), c.startAfterEnable) << c.section;
-        EXPECT_EQ(places.Value(HKLM, key, "AutorunsDisabled"), std::nullopt) << c.section;
+        discovery::ItemRow& row = AddRow("TessmarkTestService", c.section, 19, c.word);
+        ClickCheckBox(row);
+        EXPECT_EQ(places.Raw(HKLM, key, "Start"), Dword(4)) << c.section << " " << c.word;
+        EXPECT_EQ(places.Raw(HKLM, key, "AutorunsDisabled"), Dword(c.mark)) << c.section << " " << c.word;
+        ClickCheckBox(row);
+        EXPECT_EQ(places.Raw(HKLM, key, "Start"), Dword(c.startAfterEnable)) << c.section << " " << c.word;
+        EXPECT_EQ(places.Raw(HKLM, key, "AutorunsDisabled"), std::nullopt) << c.section << " " << c.word;
     }
+    // The mark is never read: a driver comes back with the number handed in.
+    ops.MarkDisable(drivers, "TessmarkTestService", "", 3);
+    ops.MarkEnable(drivers, "TessmarkTestService", "", 1);
+    EXPECT_EQ(places.Raw(HKLM, key, "Start"), Dword(1));
 }
 
-TEST_F(Items, BrowserHelperSubkeysTravelAsPaddedTextAndTheClassKeysOwnValuesAreLost) {
-    const std::string clsid = tessmark::testing::kTestClsid, base = tessmark::testing::kBhoBase;
-    const std::string live = base + clsid, disabled = base + "AutorunsDisabled\\" + clsid;
-    const char* section = "Registry\\All Users\\Browser Helper Objects";
+TEST_F(Items, BrowserHelperRowsCarryTheSubkeysAsPaddedTextAndLoseTheClassKeysOwnValues) {
+    const std::string live = kBhoBase + std::string(kTestClsid), disabled = kBhoBase + "AutorunsDisabled\\"s + kTestClsid;
+    // The row hands on its Key. Without subkeys the class key goes round empty.
+    discovery::ItemRow& row = AddRow("Helper", "Registry\\All Users\\Browser Helper Objects", 20, kTestClsid);
+    places.Set(HKLM, live, "Own", "lost");
+    ClickCheckBox(row);
+    EXPECT_FALSE(places.KeyExists(HKLM, live));
+    EXPECT_TRUE(places.KeyExists(HKLM, disabled));
+    places.Set(HKLM, disabled, "Own", "lost");
+    ClickCheckBox(row);
+    EXPECT_FALSE(places.KeyExists(HKLM, disabled));
+    EXPECT_TRUE(places.KeyExists(HKLM, live));
+    EXPECT_EQ(places.Value(HKLM, live, "Own"), std::nullopt);
+
     places.Set(HKLM, live, "Own", "lost");
     places.Set(HKLM, live + "\\Settings", "Name", "helper");
     places.SetDword(HKLM, live + "\\Settings", "Flags", 0x41);
     places.Set(HKLM, live + "\\Other", "Path", kNotepad);
-
-    ops.MarkDisable(section, "Helper", clsid, 0);
+    ClickCheckBox(row);
     EXPECT_EQ(places.Value(HKLM, disabled + "\\Settings", "Name"), (StoredValue{kSz, "helper"}));
     EXPECT_EQ(places.Value(HKLM, disabled + "\\Settings", "Flags"), (StoredValue{kSz, "A"}));
     EXPECT_EQ(places.Value(HKLM, disabled + "\\Other", "Path"), (StoredValue{kSz, kNotepad}));
     EXPECT_EQ(places.Value(HKLM, disabled, "Own"), std::nullopt);
     EXPECT_FALSE(places.KeyExists(HKLM, live));
 
-    ops.MarkEnable(section, "Helper", clsid, 0);
+    ClickCheckBox(row);
     EXPECT_FALSE(places.KeyExists(HKLM, disabled));
-    EXPECT_TRUE(places.KeyExists(HKLM, base + "AutorunsDisabled"));
+    EXPECT_TRUE(places.KeyExists(HKLM, kBhoBase + "AutorunsDisabled"s));
     // The copies hold the whole 1024-character read, too long for the name
     // enumeration's data buffer: on the way back every value comes out
     // nameless and lands in the subkey's default value.
@@ -614,21 +539,11 @@ TEST_F(Items, BrowserHelperSubkeysTravelAsPaddedTextAndTheClassKeysOwnValuesAreL
 
     // A subkey with subkeys of its own stays behind with its parent.
     places.Set(HKLM, live + "\\Deep", "Name", "deep");
-    places.MakeKey(HKLM, live + "\\Deep\\Deeper");
-    ops.DisableBHO(clsid);
+    places.Set(HKLM, live + "\\Deep\\Deeper", "Name", "deeper");
+    ClickCheckBox(row);
     EXPECT_EQ(places.Value(HKLM, disabled + "\\Deep", "Name"), (StoredValue{kSz, "deep"}));
     EXPECT_FALSE(places.KeyExists(HKLM, disabled + "\\Deep\\Deeper"));
     EXPECT_TRUE(places.KeyExists(HKLM, live + "\\Deep\\Deeper"));
-}
-
-TEST_F(Items, ABrowserHelperWithoutSubkeysGoesRoundAsAnEmptyKey) {
-    const std::string base = tessmark::testing::kBhoBase, clsid = tessmark::testing::kTestClsid;
-    const std::string live = base + clsid, disabled = base + "AutorunsDisabled\\" + clsid;
-    places.Set(HKLM, disabled, "Own", "lost");
-    ops.MarkEnable("Registry\\All Users\\Browser Helper Objects", "Helper", clsid, 0);
-    EXPECT_FALSE(places.KeyExists(HKLM, disabled));
-    EXPECT_TRUE(places.KeyExists(HKLM, live));
-    EXPECT_EQ(places.Value(HKLM, live, "Own"), std::nullopt);
 }
 
 }  // namespace

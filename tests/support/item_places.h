@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <optional>
 #include <set>
 #include <string>
@@ -37,6 +36,11 @@ inline void PrintTo(const StoredValue& value, std::ostream* out) {
     *out << "{type " << value.type << ", \"" << value.text << "\"}";
 }
 
+// A DWORD value as stored, to compare with what Raw reads.
+inline RawValue Dword(std::uint32_t number) {
+    return {platform::reg::kDword, std::string(reinterpret_cast<const char*>(&number), 4)};
+}
+
 class ItemPlaces {
 public:
     static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
@@ -47,7 +51,7 @@ public:
         for (auto& saved : logonValues_) saved.before = Raw(HKLM, saved.key, saved.name);
         rdpwdExisted_ = KeyExists(HKLM, kRdpwd);
         for (auto& saved : logonValues_) Delete(HKLM, saved.key, saved.name);
-        std::string side = SideFolder() + "\\";
+        std::string side = machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\";
         storage::MakeFolderPath(machine_.Files(), side);
         machine_.Files().Kill(SettingsFile());
         for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
@@ -59,7 +63,7 @@ public:
         machine_.Files().Kill(SettingsFile());
         ClearKeys();
         for (const auto& saved : logonValues_) {
-            if (saved.before) Put(HKLM, saved.key, saved.name, saved.before->first, saved.before->second);
+            if (saved.before) Put(HKLM, saved.key, saved.name, *saved.before);
             else Delete(HKLM, saved.key, saved.name);
         }
         if (!rdpwdExisted_) DeleteTree(registry_, HKLM, kRdpwd);
@@ -70,22 +74,21 @@ public:
     // Seeds a value; text types get their terminating NUL, as a setup program stores them.
     void Set(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& text,
              std::uint32_t type = platform::reg::kSz) {
-        Put(root, key, name, type, text + std::string(1, '\0'));
+        Put(root, key, name, {type, text + '\0'});
     }
     void SetDword(platform::RegHandle root, const std::string& key, const std::string& name, std::uint32_t number) {
-        Put(root, key, name, platform::reg::kDword, std::string(reinterpret_cast<const char*>(&number), 4));
+        Put(root, key, name, Dword(number));
     }
     std::optional<StoredValue> Value(platform::RegHandle root, const std::string& key, const std::string& name) {
         auto raw = Raw(root, key, name);
         if (!raw) return std::nullopt;
         return StoredValue{raw->first, raw->second.substr(0, raw->second.find('\0'))};
     }
-    std::optional<std::uint32_t> Dword(platform::RegHandle root, const std::string& key, const std::string& name) {
-        auto raw = Raw(root, key, name);
-        if (!raw || raw->first != platform::reg::kDword || raw->second.size() != 4) return std::nullopt;
-        std::uint32_t number;
-        std::memcpy(&number, raw->second.data(), 4);
-        return number;
+    void Delete(platform::RegHandle root, const std::string& key, const std::string& name) {
+        platform::RegHandle handle = 0;
+        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kAllAccess, &handle) != 0) return;
+        registry_.RegDeleteValueA(handle, name.c_str());
+        registry_.RegCloseKey(handle);
     }
     // The stored type and every stored byte.
     std::optional<RawValue> Raw(platform::RegHandle root, const std::string& key, const std::string& name) {
@@ -97,21 +100,15 @@ public:
         registry_.RegCloseKey(handle);
         return true;
     }
-    void MakeKey(platform::RegHandle root, const std::string& key) {
-        platform::RegHandle handle = 0;
-        ASSERT_EQ(registry_.RegCreateKeyA(root, key.c_str(), &handle), 0) << key;
-        registry_.RegCloseKey(handle);
-    }
 
     // ---- files
 
-    std::string SideFolder() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse"; }
-    std::string SettingsFile() { return SideFolder() + "\\Settings.ini"; }
-    void IniLine(const std::string& section, const std::string& name, const std::string& value) {
-        storage::IniFile writer(machine_.Files());
-        writer.IniFilePath(SettingsFile());
-        writer.IniSection(section);
-        writer.IniWriteValue(name, value);
+    std::string SettingsFile() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\Settings.ini"; }
+    // The settings file, on the given section.
+    storage::IniFile& Ini(const std::string& section) {
+        ini_.IniFilePath(SettingsFile());
+        ini_.IniSection(section);
+        return ini_;
     }
     std::string StartupFolder(int csidl) { return storage::GetSpecialFolder(machine_.Shell(), csidl); }
     // The plain files of a Startup folder, sorted, as the program walks them.
@@ -147,7 +144,7 @@ private:
     struct SavedValue {
         const char* key;
         const char* name;
-        std::optional<std::pair<std::uint32_t, std::string>> before;
+        std::optional<RawValue> before;
     };
 
     void ClearKeys() {
@@ -161,19 +158,13 @@ private:
         DeleteTree(registry_, HKLM, std::string(kBhoBase) + "AutorunsDisabled");
     }
 
-    void Put(platform::RegHandle root, const std::string& key, const std::string& name, std::uint32_t type,
-             const std::string& bytes) {
-        ASSERT_TRUE(SetRaw(registry_, root, key, name, type, bytes)) << key << "\\" << name;
-    }
-    void Delete(platform::RegHandle root, const std::string& key, const std::string& name) {
-        platform::RegHandle handle = 0;
-        if (registry_.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kAllAccess, &handle) != 0) return;
-        registry_.RegDeleteValueA(handle, name.c_str());
-        registry_.RegCloseKey(handle);
+    void Put(platform::RegHandle root, const std::string& key, const std::string& name, const RawValue& value) {
+        ASSERT_TRUE(SetRaw(registry_, root, key, name, value.first, value.second)) << key << "\\" << name;
     }
 
     TestMachine& machine_;
     platform::RegistryPort& registry_;
+    storage::IniFile ini_{machine_.Files()};
     SavedValue logonValues_[3] = {{kRdpwd, "StartupPrograms", {}}, {kWinlogon, "Userinit", {}}, {kWinlogon, "Shell", {}}};
     bool rdpwdExisted_ = false;
     std::set<std::string> before_;
