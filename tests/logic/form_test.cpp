@@ -11,7 +11,6 @@
 #include "frame/FrmMain2.h"
 #include "frame/catalogue.h"
 #include "item_places.h"
-#include "scan_fixture.h"
 #include "scripted_view.h"
 #include "version_fixture.h"
 

@@ -11,7 +11,6 @@
 #include "item_places.h"
 #include "operations/ItemOperations.h"
 #include "platform/memory/memory_disk.h"
-#include "scan_fixture.h"
 #include "scripted_view.h"
 
 using namespace tessmark;

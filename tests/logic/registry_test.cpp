@@ -12,7 +12,7 @@
 #include "registry/regenum.h"
 #include "registry/registry_module.h"
 #include "safety/BackupRegistry.h"
-#include "scan_fixture.h"
+#include "machine.h"
 
 namespace tessmark::registry {
 // The class's private export, reached with a box of the suite's own: the class

@@ -8,55 +8,67 @@
 #include "discovery/Logon.h"
 #include "discovery/RowServices.h"
 #include "discovery/RunKeys.h"
+#include "discovery/ScanContext.h"
 #include "discovery/StartupFolders.h"
 #include "item_places.h"
-#include "registry/regenum.h"
-#include "scan_fixture.h"
 
 using namespace tessmark;
-using tessmark::testing::RowView;
+using namespace tessmark::testing;
+using namespace std::string_literals;
 
 namespace {
 
-class Scanners : public tessmark::testing::ScanFixture {
+constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine, HKCU = platform::reg::kCurrentUser;
+constexpr int kAllUsers = platform::kCsidlCommonStartup, kCurrentUser = platform::kCsidlStartup;
+
+// A main form's worth of list state on a test machine.
+class Scanners : public ::testing::Test {
 protected:
-    std::optional<tessmark::testing::ItemPlaces> places{std::in_place, *machine};
-    platform::FilesPort& files = machine->Files();
+    std::unique_ptr<TestMachine> machine = MakeTestMachine();
+    std::optional<ItemPlaces> places{std::in_place, *machine};
+    // A folder whose path holds nothing the reduction cuts at (no hyphen, comma
+    // or blank), standing in for windir and ProgramFiles so lookups see only
+    // the files a test makes.
+    std::string scratch = machine->ScratchFolder("TessmarkScan");
+    discovery::SystemFolders folders{scratch + "\\Windows", scratch + "\\Programs"};
+    discovery::ItemList list;
+    discovery::ImageStore images;
+    discovery::PictureBox picture;
+    platform::ShFileInfo record{};
+    storage::IniFile ini{machine->Files()};
+    bool timer1Enabled = false;
+    discovery::ScanContext form{machine->Ports(), folders, list, images, picture, record, ini, timer1Enabled};
     const std::string& W = folders.windowsFolder;
     const std::string& P = folders.programFilesFolder;
     const std::string tool = W + "\\tool.exe";
-    const std::string allUsers = places->StartupFolder(platform::kCsidlCommonStartup);
-    const std::string currentUser = places->StartupFolder(platform::kCsidlStartup);
-    const std::string settings = places->SettingsFile();
     // Any key will do for the logon scanner: the variants go by value name, not by key.
-    const std::string logonKey = std::string(tessmark::testing::kScratchKey) + "\\Logon";
+    const std::string logonKey = std::string(kScratchKey) + "\\Logon";
 
     // Every place empty again, and the list.
     void Reset() {
         places.reset();
         places.emplace(*machine);
-        tessmark::testing::DeleteTree(machine->Registry(), HKLM, logonKey);
+        DeleteTree(machine->Registry(), HKLM, logonKey);
         list.Clear();
         machine->Ui().doEvents = 0;
     }
+    // Makes the file and the folders above it.
+    void Touch(const std::string& path) {
+        std::string folder = path;
+        storage::MakeFolderPath(machine->Files(), folder);
+        ASSERT_TRUE(machine->Files().WriteWholeFile(path, "MZ")) << path;
+    }
     void Seed(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
-        places->Set(root, tessmark::testing::kRunBase + key, name, value);
+        places->Set(root, kRunBase + key, name, value);
     }
-    void Shortcut(const std::string& folder, const std::string& name, const std::string& target) {
-        ASSERT_TRUE(machine->Shell().SaveShortcut(folder + "\\" + name, target, target + ",0", 1)) << name;
+    void Settings(const std::string& contents) {
+        ASSERT_TRUE(machine->Files().WriteWholeFile(places->SettingsFile(), contents));
     }
-    void Settings(const std::string& contents) { ASSERT_TRUE(files.WriteWholeFile(settings, contents)); }
     void Refresh() {
         std::string total, active;
         discovery::refreshCheckBox(list, total, active, [] {});
     }
-    std::string ReadLogon(const std::string& name) {
-        auto& registry = machine->Registry();
-        auto handle = registry::OpenRegKey(registry, HKLM, logonKey);
-        std::string value = tessmark::testing::Shown(registry::QueryRegValue(registry, handle, name));
-        registry.RegCloseKey(handle);
-        return value;
-    }
+    std::vector<RowView> Rows() { return RowViews(list); }
 };
 
 // ---- Run keys: enabled rows before disabled ones, and which loop reduces the path
@@ -89,26 +101,18 @@ TEST_F(Scanners, EachRunScannerListsItsHivesKeyThenItsDisabledValuesAndTheMonito
         c.scan(form, c.currentUser);
         EXPECT_EQ(Rows(), (std::vector<RowView>{{"On", tool, "Yes", c.section, c.tag}, {"Off", tool, "No", c.section, c.tag}}))
             << c.section;
-        const std::string read = (c.currentUser ? "HKEY_CURRENT_USER\\" : "HKEY_LOCAL_MACHINE\\") +
-                                 std::string(tessmark::testing::kRunBase) + c.key;
+        // Names keep the NUL behind them; paths end at their first.
+        EXPECT_EQ(std::make_pair(list(1).Text, list(1).SubItems(1)), std::make_pair("On\0"s, tool)) << c.section;
+        const std::string read = std::string(c.currentUser ? "HKEY_CURRENT_USER\\" : "HKEY_LOCAL_MACHINE\\") + kRunBase + c.key;
         const std::string path = catalogue::FindPath(c.section);
         EXPECT_EQ(vb::UCase(path), c.monitored ? vb::UCase(read) : "") << c.section;
         EXPECT_EQ(catalogue::FindKey(c.section).empty(), path.empty()) << c.section;
     }
 }
 
-TEST_F(Scanners, PathsEndAtTheirFirstNulWhileNamesKeepTheirs) {
-    Seed(HKLM, "RunOnce", "Once", "C:\\once.exe");
-    discovery::AddRunOnce(form, false);
-    ASSERT_EQ(list.Count(), 1);
-    EXPECT_EQ(list(1).SubItems(1), "C:\\once.exe");
-    EXPECT_EQ(list(1).Text, std::string("Once\0", 5));
-}
-
 TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsIconFromIt) {
-    const std::string tool = folders.windowsFolder + "\\tool.exe";
     Touch(tool);
-    Touch(folders.programFilesFolder + "\\Foo\\foo.exe");
+    Touch(P + "\\Foo\\foo.exe");
     Touch(scratch + "\\Anti-Virus\\av.exe");
     const struct {
         std::string data, reduced;
@@ -117,9 +121,9 @@ TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsI
         {"\"" + tool + "\" /start", tool, true},
         {"%SystemRoot%\\tool.exe", tool, true},
         {"%systemroot%\\tool.exe -s", tool, true},
-        {"%ProgramFiles%\\Foo\\foo.exe", folders.programFilesFolder + "\\Foo\\foo.exe", true},
+        {"%ProgramFiles%\\Foo\\foo.exe", P + "\\Foo\\foo.exe", true},
         {"%windir%\\tool.exe,1", tool, true},
-        {"D:\\any\\%windir%\\tool.exe", folders.windowsFolder + "\\any\\%windir%\\tool.exe", false},
+        {"D:\\any\\%windir%\\tool.exe", W + "\\any\\%windir%\\tool.exe", false},
         {scratch + "\\Anti-Virus\\av.exe", scratch + "\\Anti", false},
         {"rundll32.exe shell32.dll,Control_RunDLL desk.cpl", "rundll32.exe shell32.dll", false},
         {tool + " arg", tool + " arg", false},
@@ -143,37 +147,17 @@ TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsI
     }
 }
 
-TEST_F(Scanners, ValuesAtTheEnumerationAndReadLimits) {
-    const std::string a254(254, 'a'), a1023(1023, 'a');
-    const struct {
-        const char* label;
-        std::string name;
-        std::size_t length;  // characters of the value, stored with a NUL behind them
-        std::string text, path;
-    } cases[] = {
-        // 255 bytes fit the enumeration's data buffer, 256 do not: the call
-        // fails and leaves the name buffer blank, which reads the default value.
-        {"254 characters", "Named", 254, "Named", a254},
-        {"255 characters", "Named", 255, "", ""},
-        // The default value is read by name only: up to 1024 bytes.
-        {"default, 1023 characters", "", 1023, "", a1023},
-        {"default, 1024 characters", "", 1024, "", ""},
-    };
-    for (const auto& c : cases) {
-        Reset();
-        Seed(HKLM, "RunOnce", c.name, std::string(c.length, 'a'));
-        discovery::AddRunOnce(form, false);
-        EXPECT_EQ(Rows(), (std::vector<RowView>{{c.text, c.path, "Yes", "Registry\\All Users\\RunOnce", "4"}}))
-            << c.label;
-    }
-    // A long value beside a default one shows the default's data under an empty name.
-    Reset();
+TEST_F(Scanners, AValueTooLongForTheEnumerationIsListedWithoutANameAndWithTheDefaultValuesData) {
+    // 255 bytes fit the enumeration's data buffer, 256 do not: the call fails and
+    // leaves the name buffer blank, which reads the default value.
     Seed(HKLM, "RunOnce", "", "C:\\default.exe");
-    Seed(HKLM, "RunOnce", "Long", std::string(300, 'b'));
+    Seed(HKLM, "RunOnce", "Fits", std::string(254, 'a'));
+    Seed(HKLM, "RunOnce", "Long", std::string(255, 'b'));
     discovery::AddRunOnce(form, false);
     auto rows = Rows();
-    ASSERT_EQ(rows.size(), 2u);
-    for (const auto& row : rows) EXPECT_EQ(row.text + "|" + row.path, "|C:\\default.exe");
+    std::sort(rows.begin(), rows.end());
+    const RowView unnamed{"", "C:\\default.exe", "Yes", "Registry\\All Users\\RunOnce", "4"};
+    EXPECT_EQ(rows, (std::vector<RowView>{unnamed, unnamed, {"Fits", std::string(254, 'a'), "Yes", unnamed.section, "4"}}));
 }
 
 TEST_F(Scanners, RefreshMarksUnreachableFilesAndATrimmedNameFindsNoData) {
@@ -201,22 +185,22 @@ TEST_F(Scanners, RefreshMarksUnreachableFilesAndATrimmedNameFindsNoData) {
 
 TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
     Touch(tool);
-    Touch(folders.windowsFolder + "\\other.exe");
+    Touch(W + "\\other.exe");
     const struct {
         void (*scan)(discovery::ScanContext&);
-        std::string folder, otherFolder;
+        int folder, otherFolder;
         RowView disabled;
         int pumps;  // the all-users walk yields once per shortcut
     } cases[] = {
-        {discovery::AddStartupAllUser, allUsers, currentUser, {"All", "C:\\a.exe", "No", "All Users\\Startup", "1"}, 2},
-        {discovery::AddStartupCurrUser, currentUser, allUsers, {"Curr", "C:\\c.exe", "No", "Current User\\Startup", "2"}, 0},
+        {discovery::AddStartupAllUser, kAllUsers, kCurrentUser, {"All", "C:\\a.exe", "No", "All Users\\Startup", "1"}, 2},
+        {discovery::AddStartupCurrUser, kCurrentUser, kAllUsers, {"Curr", "C:\\c.exe", "No", "Current User\\Startup", "2"}, 0},
     };
     for (const auto& c : cases) {
         Reset();
         // Two shortcuts to one target give two equal rows.
-        Shortcut(c.folder, "Tool Link.lnk", tool);
-        Shortcut(c.folder, "Again.lnk", tool);
-        Shortcut(c.otherFolder, "Other.lnk", folders.windowsFolder + "\\other.exe");
+        places->Shortcut(c.folder, "Tool Link.lnk", tool);
+        places->Shortcut(c.folder, "Again.lnk", tool);
+        places->Shortcut(c.otherFolder, "Other.lnk", W + "\\other.exe");
         Settings("[StartupAllUser]\r\nAll=C:\\a.exe\r\n[StartupCurrUser]\r\nCurr=C:\\c.exe\r\n");
         c.scan(form);
 
@@ -231,7 +215,7 @@ TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
 }
 
 TEST_F(Scanners, ARowWhoseTargetTheShellCannotFindShowsTheNameThePreviousCallLeft) {
-    const std::string prior = folders.windowsFolder + "\\prior.exe";
+    const std::string prior = W + "\\prior.exe";
     Touch(prior);
     const std::pair<const char*, std::string> cases[] = {
         {"gone.lnk", scratch + "\\nowhere\\gone.exe"},
@@ -239,8 +223,8 @@ TEST_F(Scanners, ARowWhoseTargetTheShellCannotFindShowsTheNameThePreviousCallLef
     };
     for (const auto& [file, path] : cases) {
         Reset();
-        if (path != "Error occured.") Shortcut(currentUser, file, path);
-        else Touch(currentUser + "\\" + file);
+        if (path != "Error occured.") places->Shortcut(kCurrentUser, file, path);
+        else Touch(places->StartupFolder(kCurrentUser) + "\\" + file);
         form.RowIcon(prior);  // any earlier row fills the form's one record
         discovery::AddStartupCurrUser(form);
         EXPECT_EQ(Rows(), (std::vector<RowView>{{"prior.exe", path, "Yes", "Current User\\Startup", "2"}})) << file;
@@ -272,7 +256,7 @@ TEST_F(Scanners, SettingsLinesAreNamedUpToTheirFirstEqualsSign) {
     Settings("[StartupCurrUser]\r\nOnly=" + tool + "\r\n");
     discovery::AddStartupAllUser(form);
     EXPECT_EQ(list.Count(), 0);
-    files.Kill(settings);
+    machine->Files().Kill(places->SettingsFile());
     discovery::AddStartupCurrUser(form);
     EXPECT_EQ(list.Count(), 0);
 }
@@ -388,16 +372,16 @@ TEST_F(Scanners, AddLogonFolderAppendsAProgramWithTheValuesSeparator) {
         if (c.before) places->Set(HKLM, logonKey, c.name, c.before);
         places->Set(HKLM, logonKey, "Other", "other.exe");
         discovery::AddLogonFolder(form, logonKey, c.valueName, "b.exe");
-        EXPECT_EQ(ReadLogon(c.valueName), c.after) << c.valueName << " = " << (c.before ? c.before : "(none)");
-        EXPECT_EQ(ReadLogon("Other"), "other.exe");
+        EXPECT_EQ(places->Value(HKLM, logonKey, c.valueName), (StoredValue{platform::reg::kSz, c.after}))
+            << c.valueName << " = " << (c.before ? c.before : "(none)");
+        EXPECT_EQ(places->Value(HKLM, logonKey, "Other"), (StoredValue{platform::reg::kSz, "other.exe"}));
     }
 }
 
 // ---- row icons: one new image per call, and the name field of the form's one shell record
 
 TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereThereIsAPicture) {
-    const std::string file = folders.windowsFolder + "\\tool.exe";
-    Touch(file);
+    Touch(tool);
     const struct {
         const char* caller;
         std::int16_t iconSize;
@@ -415,26 +399,26 @@ TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereTh
         images.Clear();
         images.Add({});  // the program's own icon comes first
         picture = {false, {}, 77, 77};
-        std::string path = file, name;
+        std::string path = tool, name;
         long result = discovery::AddItemIcon(machine->Shell(), record, path, c.store ? &images : nullptr,
                                              c.picture ? &picture : nullptr, c.iconSize, name);
         EXPECT_EQ(std::make_tuple(result, images.Count(), picture.hasPicture, picture.Width, picture.Height),
                   std::make_tuple(c.result, c.store ? 2 : 1, c.picture, c.side, c.side)) << c.caller;
         EXPECT_EQ(!c.picture || picture.picture.large == c.large, true) << c.caller;
         EXPECT_EQ(!c.store || images[2] == picture.picture, true) << c.caller;
-        EXPECT_EQ(tessmark::testing::Shown(name), "tool.exe") << c.caller;
+        EXPECT_EQ(Shown(name), "tool.exe") << c.caller;
         EXPECT_EQ(name.size(), 260u) << c.caller;
     }
 }
 
 TEST_F(Scanners, AnUnknownFileAddsNoImageAndLeavesTheNameOfThePreviousCall) {
-    const std::string known = folders.windowsFolder + "\\earlier_program.exe";
+    const std::string known = W + "\\earlier_program.exe";
     Touch(known);
     std::string name;
     EXPECT_EQ(form.RowIcon(known, name), 1);
     picture = {false, {}, 77, 77};
-    EXPECT_EQ(form.RowIcon(folders.windowsFolder + "\\missing.exe", name), 0);
-    EXPECT_EQ(tessmark::testing::Shown(name), "earlier_program.exe");
+    EXPECT_EQ(form.RowIcon(W + "\\missing.exe", name), 0);
+    EXPECT_EQ(Shown(name), "earlier_program.exe");
     EXPECT_EQ(images.Count(), 1);
     EXPECT_FALSE(picture.hasPicture);
     EXPECT_EQ(picture.Width, 77);

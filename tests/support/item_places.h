@@ -2,7 +2,8 @@
 // Every place a start-up item can live, on a test machine: emptied for a test
 // and put back afterwards (the Run keys of both hives, the logon values and
 // their disabled copies, a test service, a test browser helper, both Startup
-// folders and "Settings.ini"), with readers for what the tests check there.
+// folders and "Settings.ini"), with readers for what the tests check there and
+// for the rows of a list as the user sees them.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "discovery/ItemList.h"
 #include "machine.h"
 #include "raw_values.h"
 #include "storage/IniFile.h"
@@ -34,6 +36,30 @@ struct StoredValue {
 
 inline void PrintTo(const StoredValue& value, std::ostream* out) {
     *out << "{type " << value.type << ", \"" << value.text << "\"}";
+}
+
+struct RowView {
+    std::string text, path, flag, section, tag;
+    auto operator<=>(const RowView&) const = default;
+};
+
+inline void PrintTo(const RowView& row, std::ostream* out) {
+    *out << "{" << row.text << " | " << row.path << " | " << row.flag << " | " << row.section << " | " << row.tag << "}";
+}
+
+// Text as the list shows it: up to the first NUL.
+inline std::string Shown(const std::string& text) { return text.substr(0, text.find('\0')); }
+
+// The rows of a list as the user sees them, tags in their kind: "3" a number, "\"7\"" text.
+inline std::vector<RowView> RowViews(const discovery::ItemList& list) {
+    std::vector<RowView> rows;
+    for (const auto& row : list.Rows()) {
+        std::string tag;
+        if (auto* n = std::get_if<long>(&row->Tag)) tag = std::to_string(*n);
+        if (auto* t = std::get_if<std::string>(&row->Tag)) tag = "\"" + *t + "\"";
+        rows.push_back({Shown(row->Text), Shown(row->SubItems(1)), row->SubItems(2), row->SubItems(3), tag});
+    }
+    return rows;
 }
 
 // A DWORD value as stored, to compare with what Raw reads.
