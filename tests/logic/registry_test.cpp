@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <optional>
 
 #include "raw_values.h"
@@ -281,21 +280,7 @@ TEST_F(Registry, AnExportWithABoxAndWhatItReadsBackAs) {
     EXPECT_EQ(access.KeyExists(kLong + "\\Export\\Sub"), kFalse);  // only a value line makes a key
 }
 
-TEST_F(Registry, BackupWritesElevenHeaderOnlyFilesAndKeepsExistingOnes) {
-    auto& files = machine->Files();
-    const string backups = files.Environ("Appdata") + string(tessmark::safety::kBackupFolder) + "\\";
-    for (const auto& entry : tessmark::safety::kBackupSet) files.Kill(backups + string(entry.fileName));
-    tessmark::safety::BackupRegistry(access, files);
-    for (const auto& entry : tessmark::safety::kBackupSet)
-        EXPECT_EQ(Read(backups + string(entry.fileName)), "REGEDIT4\r\n\r\n") << entry.fileName;
-    ASSERT_TRUE(files.WriteWholeFile(backups + "Services.reg", "kept"));
-    ASSERT_TRUE(files.Kill(backups + "BHO.reg"));
-    tessmark::safety::BackupRegistry(access, files);
-    EXPECT_EQ(Read(backups + "Services.reg"), "kept");
-    EXPECT_EQ(Read(backups + "BHO.reg"), "REGEDIT4\r\n\r\n");
-}
-
-TEST_F(Registry, ExportToRegLeavesOnlyTheHeaderAndNeverOverwrites) {
+TEST_F(Registry, ExportToRegAndTheBackupWriteOnlyTheHeaderAndNeverOverwrite) {
     SeedExportKey();
     VbBool subkeys = kTrue;
     const string file = folder + "\\backup.reg";
@@ -304,6 +289,16 @@ TEST_F(Registry, ExportToRegLeavesOnlyTheHeaderAndNeverOverwrites) {
     ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
     EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
     EXPECT_EQ(Read(file), "old");
+
+    auto& files = machine->Files();
+    const string backups = files.Environ("Appdata") + string(tessmark::safety::kBackupFolder) + "\\";
+    for (const auto& entry : tessmark::safety::kBackupSet) files.Kill(backups + string(entry.fileName));
+    tessmark::safety::BackupRegistry(access, files);
+    for (const auto& entry : tessmark::safety::kBackupSet)
+        EXPECT_EQ(Read(backups + string(entry.fileName)), "REGEDIT4\r\n\r\n") << entry.fileName;
+    ASSERT_TRUE(files.Kill(backups + "BHO.reg"));
+    tessmark::safety::BackupRegistry(access, files);
+    EXPECT_EQ(Read(backups + "BHO.reg"), "REGEDIT4\r\n\r\n");
 }
 
 TEST_F(Registry, ImportRulesLineByLine) {
@@ -324,6 +319,7 @@ TEST_F(Registry, ImportRulesLineByLine) {
               "\"h\"=HEX:41,42\r\n"
               "\"t\"=hex(2):41,00\r\n"
               "\"q\"=\"a=b\"\r\n"
+              "\"e\"=\"he\\\"llo\"\r\n"
               "\"gone\"=-\r\n"
               "\"@\"= - \r\n"
               "@=\r\n"
@@ -340,6 +336,7 @@ TEST_F(Registry, ImportRulesLineByLine) {
         {"h", RawValue{reg::kBinary, "AB"}},
         {"t", RawValue{reg::kSz, "hex(2):41,00\0"s}},
         {"q", RawValue{reg::kSz, "a\0"s}},
+        {"e", RawValue{reg::kSz, "he\\llo\0"s}},  // an escape's backslash stays, its quote goes
         {"gone", std::nullopt},
         {"@", std::nullopt},
         {"", std::nullopt},  // written empty, then removed
@@ -369,69 +366,6 @@ TEST_F(Registry, ImportRefusesForeignOrBrokenFiles) {
     EXPECT_EQ(Get("\\Lf", "v"), std::nullopt);
     EXPECT_EQ(Get("\\Partial", "v"), (RawValue{reg::kSz, "1\0"s}));  // what was written stays
     EXPECT_EQ(access.ImportFromReg(folder + "\\missing.reg"), 0);
-}
-
-// Against the platform's own regedit, on the real registry only.
-class RegeditInteropTest : public Registry {
-protected:
-    void SetUp() override {
-        if (!machine->IsReal()) GTEST_SKIP() << "needs the platform's regedit";
-        Set("", "", reg::kSz, "def");
-        Set("", "s", reg::kSz, "he\"llo");
-        Set("", "b", reg::kBinary, "Jo");
-        Set("", "n", reg::kDword, "\x1F\0\0\0"s);
-        Set("\\Sub", "x", reg::kExpandSz, "%a%");
-    }
-    static int Regedit(const string& arguments) { return std::system(("regedit " + arguments).c_str()); }
-};
-
-TEST_F(RegeditInteropTest, RegeditTakesOnlyBinaryValuesAndNothingOfAFileWithAText) {
-    Set("\\Bin", "b", reg::kBinary, "Jo");
-    Set("\\Bin", "n", reg::kDword, "\x1F\0\0\0"s);
-    for (const string& key : {string(), string("\\Bin")}) {
-        const string file = folder + "\\ours" + std::to_string(key.size()) + ".reg";
-        ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n"));
-        TextBox box;
-        ASSERT_EQ(ExportKeyAccess::Export(access, kLong + key, file, kFalse, &box), kTrue);
-    }
-    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
-
-    for (const string& key : {string(), string("\\Bin")})
-        ASSERT_EQ(Regedit("/S " + folder + "\\ours" + std::to_string(key.size()) + ".reg"), 0);
-    struct Case { string sub, name; std::optional<RawValue> value; } cases[] = {
-        {"\\Bin", "b", RawValue{reg::kBinary, "Jo"}},
-        {"\\Bin", "n", std::nullopt},  // "0x" in front of the digits is no number to regedit
-        {"", "b", std::nullopt},        // the NUL kept behind each text ends regedit's reading
-        {"", "", std::nullopt},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Get(c.sub, c.name), c.value) << c.sub << '\\' << c.name;
-}
-
-TEST_F(RegeditInteropTest, WhatSurvivesOfRegeditsOwnExport) {
-    const string unicode = folder + "\\theirs.reg";
-    ASSERT_EQ(Regedit("/E " + unicode + " " + kLong), 0);
-    string text;
-    ASSERT_TRUE(machine->Files().ReadWholeFile(unicode, &text));
-    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
-    // Regedit here writes only the newer header, in UTF-16: refused whole.
-    EXPECT_EQ(access.ImportFromReg(unicode), 0);
-    EXPECT_EQ(Get("", "b"), std::nullopt);
-
-    // The same lines in the older form: the code page's bytes behind "REGEDIT4".
-    string ansi;
-    for (std::size_t i = 2; i + 1 < text.size(); i += 2) ansi += text[i];
-    ansi = "REGEDIT4" + ansi.substr(ansi.find("\r\n"));
-    const string file = folder + "\\theirs4.reg";
-    ASSERT_TRUE(machine->Files().WriteWholeFile(file, ansi));
-    EXPECT_EQ(access.ImportFromReg(file), 1);
-    struct Case { string sub, name; std::optional<RawValue> value; } cases[] = {
-        {"", "", RawValue{reg::kSz, "def\0"s}},
-        {"", "s", RawValue{reg::kSz, "he\\llo\0"s}},  // the escape's backslash stays, its quote goes
-        {"", "b", RawValue{reg::kBinary, "Jo"}},
-        {"", "n", RawValue{reg::kDword, "\x1F\0\0\0"s}},  // without "0x" the number survives
-        {"\\Sub", "x", RawValue{reg::kSz, "hex(2):25,00,61,00,25,00,00,00\0"s}},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Get(c.sub, c.name), c.value) << c.sub << '\\' << c.name;
 }
 
 }  // namespace
