@@ -9,7 +9,6 @@
 #include "catalogue/sections.h"
 #include "frame/FrmMain2.h"
 #include "item_places.h"
-#include "registry/registry_module.h"
 
 using namespace tessmark;
 using tessmark::testing::ItemPlaces;
@@ -63,12 +62,8 @@ public:
     // A program file that exists, so that its row keeps its path; no hyphen
     // in the folder, where the reduction of a command line would cut.
     std::string File(const std::string& name) { return "C:\\TessmarkMonitor\\" + name + ".exe"; }
-
     void Set(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& data) {
         places->Set(root, key, name, data);
-    }
-    void Remove(platform::RegHandle root, const std::string& key) {
-        registry::DeleteRegValue(machine->Registry(), root, key, "Tool");
     }
 
     std::vector<monitor::FrmNotify*> Open() { return form->monitor.forms.Loaded(); }
@@ -96,9 +91,9 @@ struct Change {
 // Kinds of change on one value "Tool" of RunOnce, all-users unless said.
 const Step kToolOn = [](ChangeMonitor& t) { t.Set(HKLM, kOnce, "Tool", t.File("t")); };
 const Step kToolOff = [](ChangeMonitor& t) { t.Set(HKLM, kOnceOff, "Tool", t.File("t")); };
-const Step kDelete = [](ChangeMonitor& t) { t.Remove(HKLM, kOnce); };
+const Step kDelete = [](ChangeMonitor& t) { t.places->Delete(HKLM, kOnce, "Tool"); };
 const Step kDisable = [](ChangeMonitor& t) { kDelete(t), kToolOff(t); };
-const Step kEnable = [](ChangeMonitor& t) { t.Remove(HKLM, kOnceOff), kToolOn(t); };
+const Step kEnable = [](ChangeMonitor& t) { t.places->Delete(HKLM, kOnceOff, "Tool"), kToolOn(t); };
 const Step kMoveToCurrentUser = [](ChangeMonitor& t) { kDelete(t), t.Set(HKCU, kOnce, "Tool", t.File("t")); };
 const Step kNothing = [](ChangeMonitor&) {};
 

@@ -1,6 +1,6 @@
 // The main form's model: start-up, the population behind each tree node, the
-// details panel and the caption buttons; the menu form, the Move and Edit
-// Properties dialogs, and the tray's dormant paths, driven with a scripted view.
+// details panel and the caption strip; the menu form and the Move and Edit
+// Properties dialogs, driven with a scripted view.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -136,29 +136,24 @@ TEST_F(MainForm, EachNodeListsItsOwnSectionsOnly) {
 
 TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
     SeedEverySection();
-    // The first row is selected after a population and the panel follows it.
+    // Name and version, company, description, section; the ticks and the menu's mark.
+    auto panel = [&] {
+        return std::make_tuple(form.lblNameVer.Caption, form.lblCompanyName.Caption, form.LblDescription.Caption,
+                               form.LblSection.Caption, form.imgCheckVisible, form.imgNoCheckVisible,
+                               form.FrmMenu.mnuDisable.Checked);
+    };
+    // The first row is selected after a population and the panel follows it. A
+    // company but no product name: "N/A" first, the company below it.
     places.Set(HKLM, kRun, "Run", "\"" + machine->VersionedFile() + "\"");
     ClickNode(frame::key::kRunExAll);
-    EXPECT_EQ(form.LblSection.Caption, "Section: Registry\\All Users\\Run");
-    // A company but no product name: "N/A" first, the company below it.
-    EXPECT_EQ(form.lblNameVer.Caption, "N/A");
-    EXPECT_EQ(form.lblCompanyName.Caption, "Company: " FIXTURE_COMPANY_NAME);
-    EXPECT_NE(form.LblDescription.Caption, "Description: N/A");
-    EXPECT_TRUE(form.imgCheckVisible);
-    EXPECT_FALSE(form.imgNoCheckVisible);
-    EXPECT_FALSE(form.FrmMenu.mnuDisable.Checked);
+    EXPECT_EQ(panel(), std::make_tuple("N/A", "Company: " FIXTURE_COMPANY_NAME,
+                                       "Description: " FIXTURE_DESCRIPTION_ENGLISH,
+                                       "Section: Registry\\All Users\\Run", true, false, false));
     EXPECT_EQ(form.picIcon.Height, 960);
-
-    // A disabled row whose program is missing: "N/A" three times, section filled.
+    // A disabled row whose program is missing.
     ClickNode(frame::key::kAllUsers);
-    EXPECT_EQ(form.lblNameVer.Caption, "N/A");
-    EXPECT_EQ(form.lblCompanyName.Caption, "Company: N/A");
-    EXPECT_EQ(form.LblDescription.Caption, "Description: N/A");
-    EXPECT_EQ(form.LblSection.Caption, "Section: All Users\\Startup");
-    EXPECT_FALSE(form.imgCheckVisible);
-    EXPECT_TRUE(form.imgNoCheckVisible);
-    EXPECT_TRUE(form.FrmMenu.mnuDisable.Checked);
-
+    EXPECT_EQ(panel(), std::make_tuple("N/A", "Company: N/A", "Description: N/A", "Section: All Users\\Startup", false,
+                                       true, true));
     // Filling an empty section clicks the empty list, which clears the panel.
     ClickNode(frame::key::kBhoAll);
     EXPECT_EQ(form.LblSection.Caption, "");
@@ -183,33 +178,28 @@ TEST_F(MainForm, SingleSectionsGrowTheImageStoreUntilAllItemsRebuildsIt) {
         EXPECT_EQ(row->SmallIcon, row->SubItems(3) == section::kAllRun ? 2 : 1) << row->Text;
 }
 
-TEST_F(MainForm, CaptionButtonsChangeBitmapsOnlyWhenTheHotPartChanges) {
-    form.CmdClose_MouseMove();
-    EXPECT_EQ(form.CmdClosePicture, "close_hover");
-    form.CmdClose_MouseDown(2);
-    EXPECT_EQ(form.CmdClosePicture, "close_hover");
-    form.CmdClose_MouseDown(1);
-    form.CmdClose_MouseMove();  // still the hot part: the pressed bitmap stays
-    EXPECT_EQ(form.CmdClosePicture, "CLOSE_DOWN");
-    // Straight from Close to Minimise.
-    form.CmdMinimise_MouseMove();
-    EXPECT_EQ(form.CmdClosePicture, "close_normal");
-    EXPECT_EQ(form.CmdMinimisePicture, "minimize_hover");
-    form.Form_MouseMove();
-    EXPECT_EQ(form.HotControl, "Form");
-    EXPECT_EQ(form.CmdMinimisePicture, "minimize_normal");
-
+TEST_F(MainForm, TheLeftButtonMinimisesClosesAndDragsByTheCaptionStripAndOnlyTheTrayEndsWithoutReleasing) {
     form.CmdMinimise_MouseUp(2);
     EXPECT_EQ(form.WindowState, 0);
     form.CmdMinimise_MouseUp(1);
     EXPECT_EQ(form.WindowState, 1);
-
     form.hWnd = 77;
     form.Form_MouseDown(2, 374);
     form.Form_MouseDown(1, 375);
     EXPECT_EQ(machine->Ui().drags, std::vector<platform::WindowHandle>{77});
-}
 
+    int released = 0;
+    form.ReleaseSingleInstance = [&] { ++released; };
+    form.CmdClose_MouseUp(2);
+    EXPECT_EQ(released, 0);
+    // The tray's Exit ends without unloading, so the instance stays taken.
+    const std::pair<const char*, void (*)(frame::FrmMain2&)> ends[] = {
+        {"caption button", [](frame::FrmMain2& f) { f.CmdClose_MouseUp(1); }}, {"button", [](frame::FrmMain2& f) { f.BtnClose_Click(); }},
+        {"tray", [](frame::FrmMain2& f) { f.FrmMenu.mnutrayexit_Click(); }}};
+    for (const auto& [name, end] : ends) EXPECT_THROW(end(form), ProcessEnded) << name;
+    EXPECT_EQ(released, 2);
+    EXPECT_EQ(machine->Ui().trayRemovals, 3);
+}
 
 // ---- menus and dialogs, on the main tree
 
@@ -232,20 +222,19 @@ protected:
 };
 
 TEST_F(Dialogs, MoveWritesTheTargetOfItsTableAndKeepsTheSource) {
-    struct Case {
+    const struct {
         std::string_view source, target;
         platform::RegHandle root;
         const char* key;  // null: nothing is written anywhere
         const char* note;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"runexall", "runoncecurr", HKCU, "RunOnce", "an ordinary target"},
         {"runexall", "runserviceall", HKLM, "RunOnceEx", "Run Services of all users writes RunOnceEx"},
         {"runexall", "runservicecurr", HKCU, nullptr, "the table's spelling reaches no node"},
         {"runexall", "main", HKCU, nullptr, "All Items is no target"},
         {"runexall", "runserviceonceall", HKLM, nullptr, "equal positions in the two trees"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.note);
         places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
         form.treeAuto.Select(std::string(c.source));
@@ -303,22 +292,21 @@ TEST_F(Dialogs, MoveRefusesAndStaysOpenAsItsMessagesSay) {
 }
 
 TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
-    struct Case {
+    const struct {
         std::string_view node;
         std::string section;
         discovery::RowTag tag;
         const char* newName;  // null: OK with nothing changed
         bool enabled, locked;
         const char* mark;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"runexall", "Registry\\All Users\\Run", 3L, "Renamed", true, false, "DELETESELECTED"},
         {"runexall", "Registry\\All Users\\Run", 3L, nullptr, true, false, ""},
         {"main", "Registry\\All Users\\Run", 3L, "Renamed", false, false, ""},
         {"allUsers", "All Users\\Startup", 1L, "Renamed", false, true, ""},
         {"main", "Registry\\All Users\\Logon\\Shell", std::string("8"), nullptr, false, false, ""},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.section + " under " + std::string(c.node));
         form.ListView1.Clear();
         form.Tag.clear();
@@ -327,11 +315,9 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
         form.treeAuto.Select(std::string(c.node));
         const int beeps = machine->Ui().beeps;
         view.edit = [&](forms::FrmEdit& dialog) {
-            EXPECT_EQ(dialog.lblSection.Caption, vb::UCase(c.section));
-            EXPECT_EQ(dialog.txtPath.Text, kNotepad);
-            EXPECT_EQ(dialog.txtName.Enabled, c.enabled);
-            EXPECT_EQ(dialog.cmdChangeEnabled, c.enabled);
-            EXPECT_EQ(dialog.txtPath.Locked, c.locked);
+            EXPECT_EQ(std::make_tuple(dialog.lblSection.Caption, dialog.txtPath.Text, dialog.txtName.Enabled,
+                                      dialog.cmdChangeEnabled, dialog.txtPath.Locked),
+                      std::make_tuple(vb::UCase(c.section), kNotepad, c.enabled, c.enabled, c.locked));
             if (c.newName) dialog.txtName.Text = c.newName;
             dialog.Command1_Click(0);
             EXPECT_FALSE(dialog.Loaded());
@@ -379,44 +365,6 @@ TEST_F(Dialogs, OnlyHandledMenuEntriesAct) {
     view.choose = [&](const forms::Menu&) { return &form.FrmMenu.mnuRefresh; };
     form.ListView1_MouseDown(2, 0, 0, 0);
     EXPECT_EQ(form.ListView1.Count(), 1);
-}
-
-TEST_F(Dialogs, TrayMessagesComeAsTheXCoordinateAndShowHideActsOnlyWhenChecked) {
-    form.treeAuto.Select("runexall");
-    int rightUps = 0;
-    view.choose = [&](const forms::Menu& menu) {
-        rightUps += menu.Name == "mnutrayoption";
-        return nullptr;
-    };
-    for (float x : {514 * 15.f, 516 * 15.f, 517 * 15.f - 7}) form.pictray_MouseDown(0, 0, x, 0);
-    EXPECT_EQ(rightUps, 1);
-    EXPECT_EQ(machine->Ui().trayRemovals, 0);
-    form.pictray_MouseDown(0, 0, 515 * 15.f, 0);
-    EXPECT_EQ(form.Tag, "Stop");
-    EXPECT_EQ(view.shows, 1);
-    EXPECT_EQ(machine->Ui().trayRemovals, 1);
-
-    form.Tag.clear();
-    form.FrmMenu.mnutrayshowhide_Click();
-    form.FrmMenu.mnutrayshowhide_Click();
-    EXPECT_FALSE(form.FrmMenu.mnutrayshowhide.Checked);
-    EXPECT_EQ(view.shows, 2);
-    EXPECT_EQ(machine->Ui().trayRemovals, 2);
-
-}
-
-TEST_F(MainForm, ClosingRemovesTheTrayIconAndEndsReleasingTheInstanceExceptFromTheTray) {
-    int released = 0;
-    form.ReleaseSingleInstance = [&] { ++released; };
-    form.CmdClose_MouseUp(2);
-    EXPECT_EQ(released, 0);
-    // The tray's Exit ends without unloading, so the instance stays taken.
-    const std::pair<const char*, void (*)(frame::FrmMain2&)> ends[] = {
-        {"caption button", [](frame::FrmMain2& f) { f.CmdClose_MouseUp(1); }}, {"button", [](frame::FrmMain2& f) { f.BtnClose_Click(); }},
-        {"tray", [](frame::FrmMain2& f) { f.FrmMenu.mnutrayexit_Click(); }}};
-    for (const auto& [name, end] : ends) EXPECT_THROW(end(form), ProcessEnded) << name;
-    EXPECT_EQ(released, 2);
-    EXPECT_EQ(machine->Ui().trayRemovals, 3);
 }
 
 }  // namespace
