@@ -329,7 +329,7 @@ TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
     }
 }
 
-TEST_F(Scanners, EnabledRowsPumpMessagesAndThePointerShowsTheHourglassUnlessTheTimerRuns) {
+TEST_F(Scanners, EnabledLogonRowsPumpMessagesUnderTheHourglassUnlessTheTimerRuns) {
     Touch(W + "\\System32\\userinit.exe");
     places->Set(HKLM, logonKey, "Userinit", "userinit.exe,userinit.exe");
     places->Set(HKLM, logonKey + "\\AutorunsDisabled", "Userinit", "userinit.exe");
@@ -338,19 +338,18 @@ TEST_F(Scanners, EnabledRowsPumpMessagesAndThePointerShowsTheHourglassUnlessTheT
     EXPECT_EQ(list.Count(), 3);
     EXPECT_EQ(ui.doEvents, 2);
     EXPECT_EQ(ui.mousePointers, (std::vector<int>{platform::kMousePointerHourglass, platform::kMousePointerDefault}));
-
     ui.mousePointers.clear();
     timer1Enabled = true;
     discovery::AddLogon(form, logonKey, 2);
     EXPECT_EQ(ui.mousePointers, std::vector<int>{platform::kMousePointerDefault});
-}
 
-TEST_F(Scanners, AHandlerThatClearsTheListWhileTheSearchPumpsLeavesTheRowsAddedAfterIt) {
+    // A handler that clears the list while the search pumps leaves the rows added after it.
+    Reset();
     Touch(P + "\\b.exe");
     places->Set(HKLM, logonKey, "Userinit", "a.exe,b.exe");
-    machine->Ui().onDoEvents = [&] { list.Clear(); };
+    ui.onDoEvents = [&] { list.Clear(); };
     discovery::AddLogon(form, logonKey, 2);
-    machine->Ui().onDoEvents = nullptr;
+    ui.onDoEvents = nullptr;
     ASSERT_EQ(list.Count(), 1);
     EXPECT_EQ(list(1).SubItems(1), P + "\\b.exe");
 }
@@ -384,46 +383,36 @@ TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereTh
     Touch(tool);
     const struct {
         const char* caller;
+        bool known;
         std::int16_t iconSize;
         bool store, picture;
         long result;
         bool large;
         long side;  // the picture's width and height after the call
     } cases[] = {
-        {"scanner", 16, true, true, 2, false, 320},
-        {"other size", 32, true, true, 2, true, 640},
-        {"details panel", 0, false, true, 0, true, 77},
-        {"shortcut", 0, false, false, 0, false, 77},
+        {"scanner", true, 16, true, true, 2, false, 320},
+        {"other size", true, 32, true, true, 2, true, 640},
+        {"details panel", true, 0, false, true, 0, true, 77},
+        {"shortcut", true, 0, false, false, 0, false, 77},
+        // No image and no picture, and the name field keeps what the previous call left.
+        {"unknown file", false, 16, true, true, 0, false, 77},
     };
     for (const auto& c : cases) {
+        SCOPED_TRACE(c.caller);
         images.Clear();
         images.Add({});  // the program's own icon comes first
         picture = {false, {}, 77, 77};
-        std::string path = tool, name;
+        std::string path = c.known ? tool : W + "\\missing.exe", name;
         long result = discovery::AddItemIcon(machine->Shell(), record, path, c.store ? &images : nullptr,
                                              c.picture ? &picture : nullptr, c.iconSize, name);
+        const bool added = c.known && c.store;
         EXPECT_EQ(std::make_tuple(result, images.Count(), picture.hasPicture, picture.Width, picture.Height),
-                  std::make_tuple(c.result, c.store ? 2 : 1, c.picture, c.side, c.side)) << c.caller;
-        EXPECT_EQ(!c.picture || picture.picture.large == c.large, true) << c.caller;
-        EXPECT_EQ(!c.store || images[2] == picture.picture, true) << c.caller;
-        EXPECT_EQ(Shown(name), "tool.exe") << c.caller;
-        EXPECT_EQ(name.size(), 260u) << c.caller;
+                  std::make_tuple(c.result, added ? 2 : 1, c.known && c.picture, c.side, c.side));
+        EXPECT_EQ(picture.picture.large, c.large);
+        EXPECT_TRUE(!added || images[2] == picture.picture);
+        EXPECT_EQ(Shown(name), "tool.exe");
+        EXPECT_EQ(name.size(), 260u);
     }
-}
-
-TEST_F(Scanners, AnUnknownFileAddsNoImageAndLeavesTheNameOfThePreviousCall) {
-    const std::string known = W + "\\earlier_program.exe";
-    Touch(known);
-    std::string name;
-    EXPECT_EQ(form.RowIcon(known, name), 1);
-    picture = {false, {}, 77, 77};
-    EXPECT_EQ(form.RowIcon(W + "\\missing.exe", name), 0);
-    EXPECT_EQ(Shown(name), "earlier_program.exe");
-    EXPECT_EQ(images.Count(), 1);
-    EXPECT_FALSE(picture.hasPicture);
-    EXPECT_EQ(picture.Width, 77);
-    // The same file again is a new image: nothing is shared.
-    EXPECT_EQ(form.RowIcon(known, name), 2);
 }
 
 }  // namespace
