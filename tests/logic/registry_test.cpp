@@ -10,7 +10,6 @@
 #include "registry/AdvRegistryAccess.h"
 #include "registry/regenum.h"
 #include "registry/registry_module.h"
-#include "safety/BackupRegistry.h"
 #include "machine.h"
 
 namespace tessmark::registry {
@@ -253,7 +252,7 @@ const string kExportBlock = "[" + kLong + "\\Export]\r\n" + "@=\"d\0\"\r\n"s + "
                             "\"b\"=hex:4A,6F\r\n" + "\"c\"=hex:\r\n" + "\"d\"=dword:0x0000001F\r\n" +
                             "\"e\"=dword:0xFFFFFFFF\r\n" + "\r\n";
 
-TEST_F(Registry, AnExportWithABoxAndWhatItReadsBackAs) {
+TEST_F(Registry, AnExportWithABoxWritesEachValueOfTheClassesDialect) {
     SeedExportKey();
     const string file = folder + "\\round.reg", single = folder + "\\single.reg";
     TextBox box;
@@ -262,25 +261,9 @@ TEST_F(Registry, AnExportWithABoxAndWhatItReadsBackAs) {
     EXPECT_EQ(Read(file), kExportBlock + "[" + kLong + "\\Export\\Sub]\r\n\r\n");
     EXPECT_EQ(Read(single), kExportBlock);
     EXPECT_EQ(box.Text, kLong + "\\Export");
-    machines::DeleteTree(port, reg::kCurrentUser, kScratch);
-
-    EXPECT_EQ(access.ImportFromReg(file), 0);  // no header: ExportKey only appends
-    ASSERT_TRUE(machine->Files().WriteWholeFile(file, "REGEDIT4\r\n\r\n" + Read(file)));
-    EXPECT_EQ(access.ImportFromReg(file), 1);
-    struct Case { string name; std::optional<RawValue> value; } cases[] = {
-        {"", RawValue{reg::kSz, "d\0"s}},    // the kept NUL comes back
-        {"a", RawValue{reg::kSz, "xy\0"s}},   // quotes lost, cut at "="
-        {"b", RawValue{reg::kBinary, "Jo"}},
-        {"c", RawValue{reg::kBinary, ""}},
-        {"d", RawValue{reg::kDword, "\0\0\0\0"s}},  // "0x" stops the reader
-        {"e", RawValue{reg::kDword, "\0\0\0\0"s}},
-        {"f", std::nullopt},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Get("\\Export", c.name), c.value) << c.name;
-    EXPECT_EQ(access.KeyExists(kLong + "\\Export\\Sub"), kFalse);  // only a value line makes a key
 }
 
-TEST_F(Registry, ExportToRegAndTheBackupWriteOnlyTheHeaderAndNeverOverwrite) {
+TEST_F(Registry, ExportToRegWritesOnlyTheHeaderAndNeverOverwrites) {
     SeedExportKey();
     VbBool subkeys = kTrue;
     const string file = folder + "\\backup.reg";
@@ -289,16 +272,6 @@ TEST_F(Registry, ExportToRegAndTheBackupWriteOnlyTheHeaderAndNeverOverwrite) {
     ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
     EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
     EXPECT_EQ(Read(file), "old");
-
-    auto& files = machine->Files();
-    const string backups = files.Environ("Appdata") + string(tessmark::safety::kBackupFolder) + "\\";
-    for (const auto& entry : tessmark::safety::kBackupSet) files.Kill(backups + string(entry.fileName));
-    tessmark::safety::BackupRegistry(access, files);
-    for (const auto& entry : tessmark::safety::kBackupSet)
-        EXPECT_EQ(Read(backups + string(entry.fileName)), "REGEDIT4\r\n\r\n") << entry.fileName;
-    ASSERT_TRUE(files.Kill(backups + "BHO.reg"));
-    tessmark::safety::BackupRegistry(access, files);
-    EXPECT_EQ(Read(backups + "BHO.reg"), "REGEDIT4\r\n\r\n");
 }
 
 TEST_F(Registry, ImportRulesLineByLine) {
