@@ -336,21 +336,6 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
     EXPECT_THROW(form.mnuProp_Click(), vb::VbError);
 }
 
-TEST_F(Dialogs, BrowsingOpensOnTheProgramAndNamesItInAFolderSection) {
-    AddRow("All Users\\Startup", 1L);
-    form.treeAuto.Select("allUsers");
-    forms::FrmEdit dialog(form);
-    dialog.txtPath.Text = "\"C:\\windows\\notepad.exe\" /a";
-    dialog.cmdChange_Click();  // cancelled: nothing changes
-    EXPECT_EQ(dialog.txtPath.Text, "\"C:\\windows\\notepad.exe\" /a");
-    machine->Ui().openChoices.push_back("C:\\tools\\picked.exe");
-    dialog.cmdChange_Click();
-    EXPECT_EQ(machine->Ui().openDialogs.front(),
-              (std::pair<std::string, std::string>{"Executable Files(*.Exe)|*.exe|", kNotepad}));
-    EXPECT_EQ(dialog.txtPath.Text, "C:\\tools\\picked.exe");
-    EXPECT_EQ(dialog.txtName.Text, "picked.exe");
-}
-
 TEST_F(Dialogs, OnlyHandledMenuEntriesAct) {
     for (auto* entry : {&form.FrmMenu.mnubackup, &form.FrmMenu.mnurestore, &form.FrmMenu.mnuAddProgram,
                         &form.FrmMenu.mnuDelete})
