@@ -201,8 +201,6 @@ TEST_F(MainForm, TheLeftButtonMinimisesClosesAndDragsByTheCaptionStripAndOnlyThe
     EXPECT_EQ(machine->Ui().trayRemovals, 3);
 }
 
-// ---- menus and dialogs, on the main tree
-
 class Dialogs : public MainForm {
 protected:
     void SetUp() override {

@@ -293,8 +293,6 @@ TEST_F(Items, AnErrorInsideEndsTheCommandsButEscapesACheckBoxClickAndARightClick
     EXPECT_THROW(form.ListView1_MouseDown(kRight, 0, 0, 0), vb::VbError);
 }
 
-// ---- the operations alone
-
 TEST_F(Items, OnlyDisablingLogsAndTheCopyIsTextOfThePathHandedIn) {
     // Nothing lists this key, yet it is handled.
     const std::string live = kBase + "RunServiceOnce", disabled = live + "\\AutorunsDisabled";
@@ -319,8 +317,6 @@ TEST_F(Items, OnlyDisablingLogsAndTheCopyIsTextOfThePathHandedIn) {
     EXPECT_EQ(places.Value(HKLM, kBase + "Run\\AutorunsDisabled", "Tool"), (StoredValue{kSz, kRegedit}));
     EXPECT_EQ(Log(), logged);
 }
-
-// ---- lists of programs in one logon value
 
 TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
     using Op = void (operations::ItemOperations::*)(const std::string&, const std::string&, const std::string&);
@@ -372,8 +368,6 @@ TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
         EXPECT_EQ(places.Value(HKLM, key, "Other"), (StoredValue{kSz, "stays"})) << label;
     }
 }
-
-// ---- Startup folders
 
 TEST_F(Items, DisablingAShortcutLeavesOtherTargetsFilesAndFoldersAndReplacesTheLine) {
     places.Shortcut(kCurrentUserFolder, "Editor.lnk", kNotepad);

@@ -80,8 +80,6 @@ protected:
     const string folder = machine->ScratchFolder();
 };
 
-// ---- the handle-addressed routines
-
 std::string Nuls(std::size_t count) { return std::string(count, '\0'); }
 
 TEST_F(Registry, QueryRegValueGivesTheBufferTrimmedOfBlanks) {
@@ -144,8 +142,6 @@ TEST_F(Registry, SetRegStringCreatesTheKeyAndWritesText) {
     DeleteRegValue(port, kUser, kScratch + "\\Missing", "Item");
     EXPECT_FALSE(KeyThere("\\Missing"));
 }
-
-// ---- the path-addressed class
 
 TEST_F(Registry, RootNamesAreTheFirstFourCharactersAfterShorteningAlsoInsideTheSubkey) {
     MakeKey("\\Alias");
@@ -231,8 +227,6 @@ TEST_F(Registry, EnumKeysErasesTheListAndCountsSubkeys) {
     EXPECT_EQ(names, (std::vector<string>{"One", "Two"}));
     EXPECT_EQ(access.HaveSubkey(kUserPath), kTrue);
 }
-
-// ---- text files
 
 const string kExportBlock = "[" + kLong + "\\Export]\r\n" + "@=\"d\0\"\r\n"s + "\"a\"=\"x\"y=z\0\"\r\n"s +
                             "\"b\"=hex:4A,6F\r\n" + "\"c\"=hex:\r\n" + "\"d\"=dword:0x0000001F\r\n" +

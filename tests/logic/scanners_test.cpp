@@ -44,7 +44,6 @@ protected:
     // Any key will do for the logon scanner: the variants go by value name, not by key.
     const std::string logonKey = std::string(kScratchKey) + "\\Logon";
 
-    // Every place empty again, and the list.
     void Reset() {
         places.reset();
         places.emplace(*machine);
@@ -52,7 +51,6 @@ protected:
         list.Clear();
         machine->Ui().doEvents = 0;
     }
-    // Makes the file and the folders above it.
     void Touch(const std::string& path) {
         std::string folder = path;
         storage::MakeFolderPath(machine->Files(), folder);
@@ -181,8 +179,6 @@ TEST_F(Scanners, RefreshMarksUnreachableFilesAndATrimmedNameFindsNoData) {
                                              {"Blank", "File Not Found", "Yes", "Registry\\All Users\\RunOnce", "4"}}));
 }
 
-// ---- Startup folders: shortcuts first, then the settings lines
-
 TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
     Touch(tool);
     Touch(W + "\\other.exe");
@@ -260,8 +256,6 @@ TEST_F(Scanners, SettingsLinesAreNamedUpToTheirFirstEqualsSign) {
     discovery::AddStartupCurrUser(form);
     EXPECT_EQ(list.Count(), 0);
 }
-
-// ---- logon values
 
 TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
     for (const char* file : {"\\shell.exe", "\\System\\old.exe", "\\System32\\userinit.exe", "\\System32\\rdpclip.exe",

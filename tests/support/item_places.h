@@ -95,8 +95,6 @@ public:
         if (!rdpwdExisted_) DeleteTree(registry_, HKLM, kRdpwd);
     }
 
-    // ---- registry
-
     // Seeds a value; text types get their terminating NUL, as a setup program stores them.
     void Set(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& text,
              std::uint32_t type = platform::reg::kSz) {
@@ -116,7 +114,6 @@ public:
         registry_.RegDeleteValueA(handle, name.c_str());
         registry_.RegCloseKey(handle);
     }
-    // The stored type and every stored byte.
     std::optional<RawValue> Raw(platform::RegHandle root, const std::string& key, const std::string& name) {
         return GetRaw(registry_, root, key, name);
     }
@@ -127,10 +124,7 @@ public:
         return true;
     }
 
-    // ---- files
-
     std::string SettingsFile() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\Settings.ini"; }
-    // The settings file, on the given section.
     storage::IniFile& Ini(const std::string& section) {
         ini_.IniFilePath(SettingsFile());
         ini_.IniSection(section);
