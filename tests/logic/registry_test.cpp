@@ -1,6 +1,6 @@
 // The registry routines on the memory registry and on the real one: the
 // handle-addressed reads and writes the scanners use, the path-addressed class
-// the item operations use, and its text files.
+// the item operations use, and the export the backup makes with it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,17 +11,6 @@
 #include "registry/regenum.h"
 #include "registry/registry_module.h"
 #include "machine.h"
-
-namespace tessmark::registry {
-// The class's private export, reached with a box of the suite's own: the class
-// itself only ever hands it one that nothing has set.
-struct ExportKeyAccess {
-    static VbBool Export(AdvRegistryAccess& access, const std::string& path, const std::string& file,
-                         VbBool subkeys, TextBox* box) {
-        return access.ExportKey(path, file, subkeys, box);
-    }
-};
-}  // namespace tessmark::registry
 
 using namespace tessmark::registry;
 using tessmark::platform::RegHandle;
@@ -36,7 +25,7 @@ namespace {
 
 const string kScratch = machines::kScratchKey;
 constexpr RegHandle kUser = reg::kCurrentUser;
-const string kUserPath = "HKEY_CURRENT_USER\\" + kScratch, kLong = kUserPath;
+const string kUserPath = "HKEY_CURRENT_USER\\" + kScratch;
 
 class Registry : public ::testing::Test {
 protected:
@@ -58,15 +47,6 @@ protected:
         if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0) return false;
         port.RegCloseKey(key);
         return true;
-    }
-    // One of each kind, named so that creation order and sorted order agree.
-    void SeedExportKey() {
-        for (const auto& [name, type, data] : {std::tuple{"", reg::kSz, "d\0"s}, {"a", reg::kSz, "x\"y=z\0"s},
-                                               {"b", reg::kBinary, "Jo"s}, {"c", reg::kBinary, ""s},
-                                               {"d", reg::kDword, "\x1F\0\0\0"s}, {"e", reg::kDword, "\xFF\xFF\xFF\xFF"s},
-                                               {"f", reg::kExpandSz, "%x%\0"s}})
-            Set("\\Export", name, type, data);
-        Set("\\Export\\Sub", "g", reg::kMultiSz, "m\0\0"s);
     }
     string Read(const string& file) {
         string text;
@@ -228,97 +208,16 @@ TEST_F(Registry, EnumKeysErasesTheListAndCountsSubkeys) {
     EXPECT_EQ(access.HaveSubkey(kUserPath), kTrue);
 }
 
-const string kExportBlock = "[" + kLong + "\\Export]\r\n" + "@=\"d\0\"\r\n"s + "\"a\"=\"x\"y=z\0\"\r\n"s +
-                            "\"b\"=hex:4A,6F\r\n" + "\"c\"=hex:\r\n" + "\"d\"=dword:0x0000001F\r\n" +
-                            "\"e\"=dword:0xFFFFFFFF\r\n" + "\r\n";
-
-TEST_F(Registry, AnExportWithABoxWritesEachValueOfTheClassesDialect) {
-    SeedExportKey();
-    const string file = folder + "\\round.reg", single = folder + "\\single.reg";
-    TextBox box;
-    ASSERT_EQ(ExportKeyAccess::Export(access, "hkcu\\" + kScratch + "\\Export", file, kTrue, &box), kTrue);
-    ASSERT_EQ(ExportKeyAccess::Export(access, kLong + "\\Export", single, kFalse, &box), kTrue);
-    EXPECT_EQ(Read(file), kExportBlock + "[" + kLong + "\\Export\\Sub]\r\n\r\n");
-    EXPECT_EQ(Read(single), kExportBlock);
-    EXPECT_EQ(box.Text, kLong + "\\Export");
-}
-
 TEST_F(Registry, ExportToRegWritesOnlyTheHeaderAndNeverOverwrites) {
-    SeedExportKey();
+    Set("\\Export", "a", reg::kSz, "x");
+    Set("\\Export\\Sub", "b", reg::kDword, "\x1F\0\0\0"s);
     VbBool subkeys = kTrue;
     const string file = folder + "\\backup.reg";
-    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(access.ExportToReg(kUserPath + "\\Export", file, subkeys), 0);
     EXPECT_EQ(Read(file), "REGEDIT4\r\n\r\n");
     ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
-    EXPECT_EQ(access.ExportToReg(kLong + "\\Export", file, subkeys), 0);
+    EXPECT_EQ(access.ExportToReg(kUserPath + "\\Export", file, subkeys), 0);
     EXPECT_EQ(Read(file), "old");
-}
-
-TEST_F(Registry, ImportRulesLineByLine) {
-    Set("\\Imp", "gone", reg::kSz, "x");
-    Set("\\Imp", "@", reg::kSz, "literal at");
-    Set("\\Imp", "", reg::kSz, "default");
-    Set("\\Doomed", "v", reg::kSz, "x");
-    Set("\\Parent\\Child", "v", reg::kSz, "x");
-    const string file = folder + "\\rules.reg";
-    ASSERT_TRUE(machine->Files().WriteWholeFile(
-        file, "regedit4\r\n"
-              "[" + kLong + "\\Imp]\r\n"
-              "  \"s\" = \"v\"  \r\n"
-              "; \"c\"=\"comment\"\r\n"
-              "no equals sign\r\n"
-              "\"n\"=DWORD:1f\r\n"
-              "\"big\"=dword:FFFFFFFE\r\n"
-              "\"h\"=HEX:41,42\r\n"
-              "\"t\"=hex(2):41,00\r\n"
-              "\"q\"=\"a=b\"\r\n"
-              "\"e\"=\"he\\\"llo\"\r\n"
-              "\"gone\"=-\r\n"
-              "\"@\"= - \r\n"
-              "@=\r\n"
-              "\"[" + kLong + "\\Cutx\"\r\n"
-              "\"v\"=\"1\"\r\n"
-              "[-" + kLong + "\\Doomed]\r\n"
-              "[-" + kLong + "\\Parent]\r\n"));
-    EXPECT_EQ(access.ImportFromReg(file), 1);
-    struct Case { string name; std::optional<RawValue> value; } cases[] = {
-        {"s ", RawValue{reg::kSz, " v\0"s}},  // both sides keep their inner blanks
-        {"c", std::nullopt},
-        {"n", RawValue{reg::kDword, "\x1F\0\0\0"s}},
-        {"big", RawValue{reg::kDword, "\xFE\xFF\xFF\xFF"}},
-        {"h", RawValue{reg::kBinary, "AB"}},
-        {"t", RawValue{reg::kSz, "hex(2):41,00\0"s}},
-        {"q", RawValue{reg::kSz, "a\0"s}},
-        {"e", RawValue{reg::kSz, "he\\llo\0"s}},  // an escape's backslash stays, its quote goes
-        {"gone", std::nullopt},
-        {"@", std::nullopt},
-        {"", std::nullopt},  // written empty, then removed
-    };
-    for (const auto& c : cases) EXPECT_EQ(Get("\\Imp", c.name), c.value) << '"' << c.name << '"';
-    EXPECT_EQ(Get("\\Cut", "v"), (RawValue{reg::kSz, "1\0"s}));
-    EXPECT_EQ(access.KeyExists(kLong + "\\Doomed"), kFalse);
-    EXPECT_NE(access.KeyExists(kLong + "\\Parent"), kFalse);  // not recursive
-    EXPECT_EQ(access.CreateKeyIfDoesntExists(), kTrue);
-}
-
-TEST_F(Registry, ImportRefusesForeignOrBrokenFiles) {
-    struct Case { string contents; std::int32_t result; } cases[] = {
-        {" REGEDIT4\r\n", 0},
-        {"Windows Registry Editor Version 5.00\r\n", 0},
-        {"REGEDIT4\n[" + kLong + "\\Lf]\n\"v\"=\"1\"\n", 0},
-        {"", 0},
-        {"REGEDIT4", 1},
-        {"REGEDIT4\r\n[\r\n", 0},  // a lone bracket is an invalid call
-        {"REGEDIT4\r\n[" + kLong + "\\Partial]\r\n\"v\"=\"1\"\r\n\"b\"=hex:" + string(32768, '4') + "\r\n", 0},
-    };
-    for (const auto& c : cases) {
-        const string file = folder + "\\in.reg";
-        ASSERT_TRUE(machine->Files().WriteWholeFile(file, c.contents));
-        EXPECT_EQ(access.ImportFromReg(file), c.result) << c.contents.substr(0, 40);
-    }
-    EXPECT_EQ(Get("\\Lf", "v"), std::nullopt);
-    EXPECT_EQ(Get("\\Partial", "v"), (RawValue{reg::kSz, "1\0"s}));  // what was written stays
-    EXPECT_EQ(access.ImportFromReg(folder + "\\missing.reg"), 0);
 }
 
 }  // namespace
