@@ -3,7 +3,6 @@
 // the item operations use, and the export the backup makes with it.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <optional>
 
 #include "raw_values.h"
@@ -15,7 +14,6 @@
 using namespace tessmark::registry;
 using tessmark::platform::RegHandle;
 using tessmark::testing::RawValue;
-using tessmark::vb::Array;
 using std::string;
 using namespace std::string_literals;
 namespace reg = tessmark::platform::reg;
@@ -41,7 +39,6 @@ protected:
     std::optional<RawValue> Get(const string& sub, const string& name) {
         return machines::GetRaw(port, reg::kCurrentUser, kScratch + sub, name);
     }
-    void MakeKey(const string& sub) { Set(sub, "", reg::kSz, ""); }
     bool KeyThere(const string& sub) {
         RegHandle key = 0;
         if (port.RegOpenKeyExA(reg::kCurrentUser, (kScratch + sub).c_str(), 0, reg::kRead, &key) != 0) return false;
@@ -124,7 +121,7 @@ TEST_F(Registry, SetRegStringCreatesTheKeyAndWritesText) {
 }
 
 TEST_F(Registry, RootNamesAreTheFirstFourCharactersAfterShorteningAlsoInsideTheSubkey) {
-    MakeKey("\\Alias");
+    Set("\\Alias", "", reg::kSz, "");
     const std::pair<string, bool> cases[] = {
         {"HKEY_CURRENT_USER\\Software\\TessmarkTest\\Alias", true}, {"hkcu\\software\\tessmarktest\\alias", true},
         {"Hkey_Current_User\\Software\\TessmarkTest\\Alias", true}, {"HKCUX\\Software\\TessmarkTest\\Alias", true},
@@ -171,41 +168,6 @@ TEST_F(Registry, WritersTakeTheAtSignOnlyForTextAndMakeMissingKeysOnlyWhenAllowe
         EXPECT_NE(Get("\\New\\Deeper", "v"), std::nullopt);
         machines::DeleteTree(port, reg::kCurrentUser, kScratch);
     }
-}
-
-TEST_F(Registry, KillersAnswerForTheKeyAndLeaveAKeyWithSubkeys) {
-    MakeKey("\\Parent\\Child");
-    EXPECT_NE(access.KillKey(kUserPath + "\\Parent"), 0);
-    EXPECT_TRUE(KeyThere("\\Parent\\Child"));
-    EXPECT_NE(access.KillKey(kUserPath + "\\Parent\\Child"), 0);
-    EXPECT_NE(access.KillKey(kUserPath + "\\Parent"), 0);
-    EXPECT_FALSE(KeyThere("\\Parent"));
-    EXPECT_EQ(access.KillKey(kUserPath + "\\Parent"), 0);
-
-    Set("", "v", reg::kSz, "x");
-    EXPECT_NE(access.KillValue(kUserPath, "v"), 0);
-    EXPECT_EQ(Get("", "v"), std::nullopt);
-    EXPECT_NE(access.KillValue(kUserPath, "v"), 0);
-    EXPECT_EQ(access.KillValue(kUserPath + "\\Missing", "v"), 0);
-}
-
-TEST_F(Registry, EnumKeysErasesTheListAndCountsSubkeys) {
-    Array<string> keys;
-    keys.ReDim(2);
-    EXPECT_EQ(access.EnumKeys(kUserPath, keys), -1);
-    EXPECT_FALSE(keys.IsDimensioned());
-    EXPECT_EQ(access.HaveSubkey(kUserPath), kFalse);
-    MakeKey("");
-    EXPECT_EQ(access.EnumKeys(kUserPath, keys), 0);
-    EXPECT_FALSE(keys.IsDimensioned());
-    EXPECT_EQ(access.HaveSubkey(kUserPath), kFalse);
-    MakeKey("\\Two");
-    MakeKey("\\One");
-    EXPECT_EQ(access.EnumKeys("hkcu\\" + kScratch, keys), 2);
-    std::vector<string> names = keys.items();
-    std::sort(names.begin(), names.end());
-    EXPECT_EQ(names, (std::vector<string>{"One", "Two"}));
-    EXPECT_EQ(access.HaveSubkey(kUserPath), kTrue);
 }
 
 TEST_F(Registry, ExportToRegWritesOnlyTheHeaderAndNeverOverwrites) {
