@@ -6,6 +6,7 @@
 #include <cstring>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "machine.h"
 
@@ -128,6 +129,7 @@ TEST_F(FilesConformance, AttributesAndExistenceTellFilesFromFoldersAndMissingPat
     }
 }
 
+// Absolute paths are made canonical; relative ones are completed from the current folder.
 TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePathsAndCompletesRelativeOnes) {
     const std::pair<const char*, const char*> cases[] = {
         {"C:\\a\\..\\b", "C:\\b"},   {"C:\\a\\.\\b\\", "C:\\a\\b\\"}, {"C:\\a\\b\\..\\..\\..\\c", "C:\\c"},
@@ -136,7 +138,6 @@ TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePathsAndCompletesRelat
         {"C:\\", "C:\\"},
     };
     for (const auto& [path, expected] : cases) EXPECT_EQ(FullPath(path), expected) << path;
-    // Relative paths are completed from the current folder.
     const std::string current = FullPath(".");
     ASSERT_GT(current.size(), 3u) << "the current folder is expected below a drive's root";
     ASSERT_EQ(current.substr(1, 2), ":\\");
@@ -144,73 +145,53 @@ TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePathsAndCompletesRelat
     EXPECT_EQ(FullPath(".\\foo\\..\\bar"), current + "\\bar");
     EXPECT_EQ(FullPath(".."), current.substr(0, std::max<std::size_t>(current.rfind('\\'), 3)));
     EXPECT_EQ(FullPath("\\foo"), current.substr(0, 2) + "\\foo");
-}
-
-TEST_F(FilesConformance, FullPathNameReportsTheSizeNeededWhenTheBufferIsShort) {
+    // A short buffer gets the size needed, NUL included, and nothing written.
+    using namespace std::string_literals;
     char buffer[8];
-    const struct {
-        std::uint32_t bufferLength;
-        std::uint32_t result;
-        bool written;
-    } cases[] = {{8, 4, true}, {5, 4, true}, {4, 5, false}, {1, 5, false}};
-    for (const auto& c : cases) {
+    const std::tuple<std::uint32_t, std::uint32_t, std::string> sizes[] = {
+        {8, 4, "C:\\x\0"s}, {5, 4, "C:\\x\0"s}, {4, 5, "#"}, {1, 5, "#"}};
+    for (const auto& [bufferLength, result, written] : sizes) {
         std::memset(buffer, '#', sizeof buffer);
-        EXPECT_EQ(files.GetFullPathNameA("C:\\x", c.bufferLength, buffer), c.result) << c.bufferLength;
-        if (c.written)
-            EXPECT_STREQ(buffer, "C:\\x");
-        else
-            EXPECT_EQ(buffer[0], '#') << c.bufferLength;
+        EXPECT_EQ(files.GetFullPathNameA("C:\\x", bufferLength, buffer), result) << bufferLength;
+        EXPECT_EQ(std::string(buffer, written.size()), written) << bufferLength;
     }
     EXPECT_EQ(files.GetFullPathNameA("C:\\x", 0, nullptr), 5u);
     EXPECT_EQ(files.GetFullPathNameA("", sizeof buffer, buffer), 0u);
 }
 
-TEST_F(FilesConformance, MkDirMakesOneNewFolderUnderAnExistingOne) {
-    Put("a.txt");
-    const std::pair<std::string, bool> cases[] = {
-        {In("New"), true},  {In("New"), false},    {In("new"), false},       {In("Deep\\Er"), false},
-        {In("a.txt"), false}, {In("Slash\\"), true}, {In("New\\Inner"), true},
-    };
-    for (const auto& [path, made] : cases) EXPECT_EQ(files.MkDir(path), made) << path;
-    for (const char* folder : {"New", "Slash", "New\\Inner"}) EXPECT_TRUE(files.FolderExists(In(folder))) << folder;
-    EXPECT_FALSE(files.FolderExists(In("Deep")));
-    EXPECT_TRUE(files.FileExists(In("a.txt")));
-}
-
-TEST_F(FilesConformance, KillDeletesOnlyWritableFiles) {
+// Only a new folder under an existing one is made, and only a writable file is deleted.
+TEST_F(FilesConformance, MakingFoldersAndDeletingFiles) {
     Put("a.txt");
     Put("locked.txt");
     machine->AddFileAttributes(In("locked.txt"), kAttrReadOnly);
-    ASSERT_TRUE(files.MkDir(In("Sub")));
-
-    EXPECT_TRUE(files.Kill(In("A.TXT")));
-    EXPECT_FALSE(files.FileExists(In("a.txt")));
-    EXPECT_FALSE(files.Kill(In("a.txt")));
-    EXPECT_FALSE(files.Kill(In("Sub")));
-    EXPECT_TRUE(files.FolderExists(In("Sub")));
-    EXPECT_FALSE(files.Kill(In("locked.txt")));
-    EXPECT_TRUE(files.FileExists(In("locked.txt")));
+    const std::pair<std::string, bool> folders[] = {
+        {In("New"), true},    {In("New"), false},    {In("new"), false},       {In("Deep\\Er"), false},
+        {In("a.txt"), false}, {In("Slash\\"), true}, {In("New\\Inner"), true},
+    };
+    for (const auto& [path, made] : folders) EXPECT_EQ(files.MkDir(path), made) << path;
+    const std::pair<std::string, bool> kills[] = {
+        {In("A.TXT"), true}, {In("a.txt"), false}, {In("New\\Inner"), false}, {In("locked.txt"), false}};
+    for (const auto& [path, killed] : kills) EXPECT_EQ(files.Kill(path), killed) << path;
+    for (const char* folder : {"New", "Slash", "New\\Inner"}) EXPECT_TRUE(files.FolderExists(In(folder))) << folder;
+    EXPECT_FALSE(files.FolderExists(In("Deep")));
+    EXPECT_EQ(Names(In("*")), (std::set<std::string>{".", "..", "locked.txt", "New", "Slash"}));
 }
 
 TEST_F(FilesConformance, WholeFileWritesReplaceAndReadBackEveryByte) {
     const std::string binary("line one\r\n\0zero\xff\r\nend", 22);
-    std::string read;
-    ASSERT_TRUE(files.WriteWholeFile(In("data.bin"), binary));
-    ASSERT_TRUE(files.ReadWholeFile(In("data.bin"), &read));
-    EXPECT_EQ(read, binary);
-
-    ASSERT_TRUE(files.WriteWholeFile(In("DATA.BIN"), "short"));
-    ASSERT_TRUE(files.ReadWholeFile(In("data.bin"), &read));
-    EXPECT_EQ(read, "short");
-
-    ASSERT_TRUE(files.WriteWholeFile(In("empty"), ""));
-    ASSERT_TRUE(files.ReadWholeFile(In("empty"), &read));
-    EXPECT_EQ(read, "");
-
+    // A write replaces the file whatever the case of the name, which keeps its first spelling.
+    const std::tuple<const char*, const char*, std::string> writes[] = {
+        {"data.bin", "DATA.BIN", binary}, {"DATA.BIN", "data.bin", "short"}, {"empty", "empty", ""}};
+    for (const auto& [written, read, contents] : writes) {
+        std::string back;
+        ASSERT_TRUE(files.WriteWholeFile(In(written), contents)) << written;
+        ASSERT_TRUE(files.ReadWholeFile(In(read), &back)) << read;
+        EXPECT_EQ(back, contents) << read;
+    }
     EXPECT_EQ(Names(In("*")), (std::set<std::string>{".", "..", "data.bin", "empty"})) << "nothing left beside";
 
     ASSERT_TRUE(files.MkDir(In("Sub")));
-    read = "untouched";
+    std::string read;
     EXPECT_FALSE(files.ReadWholeFile(In("none.txt"), &read));
     EXPECT_FALSE(files.ReadWholeFile(In("Sub"), &read));
     EXPECT_FALSE(files.WriteWholeFile(In("Missing\\a.txt"), "x"));
