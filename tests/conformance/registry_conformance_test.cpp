@@ -104,11 +104,7 @@ TEST_P(RegistryConformance, OpeningWithoutSubkey) {
 TEST_P(RegistryConformance, SubkeyTextForms) {
     const RegHandle key = Create();
     Create("A\\B");
-    struct Case {
-        std::string subKey;
-        std::int32_t open, create;
-    };
-    const Case cases[] = {
+    const std::tuple<std::string, std::int32_t, std::int32_t> cases[] = {
         {"Missing", reg::kFileNotFound, reg::kSuccess},
         {"A\\", reg::kSuccess, reg::kSuccess},
         {"A\\\\B", reg::kSuccess, reg::kSuccess},
@@ -123,13 +119,13 @@ TEST_P(RegistryConformance, SubkeyTextForms) {
     RegHandle h = 0x1234;
     EXPECT_EQ(registry.RegOpenKeyA(key, "Missing", &h), reg::kFileNotFound);
     EXPECT_EQ(h, 0u);
-    for (const Case& c : cases) {
+    for (const auto& [subKey, open, create] : cases) {
         h = 0x1234;
-        EXPECT_EQ(registry.RegOpenKeyExA(key, c.subKey.c_str(), 0, reg::kRead, &h), c.open) << c.subKey;
-        if (c.open == reg::kFileNotFound) EXPECT_EQ(h, 0u) << c.subKey;
-        if (c.open == reg::kSuccess) Keep(h);
+        EXPECT_EQ(registry.RegOpenKeyExA(key, subKey.c_str(), 0, reg::kRead, &h), open) << subKey;
+        if (open == reg::kFileNotFound) EXPECT_EQ(h, 0u) << subKey;
+        if (open == reg::kSuccess) Keep(h);
         h = 0;
-        EXPECT_EQ(registry.RegCreateKeyA(key, c.subKey.c_str(), &h), c.create) << c.subKey;
+        EXPECT_EQ(registry.RegCreateKeyA(key, subKey.c_str(), &h), create) << subKey;
         if (h) Keep(h);
     }
 }
@@ -233,6 +229,20 @@ TEST_P(RegistryConformance, StoredLengthOfWrittenData) {
         expected[c.name] = {c.type, c.stored};
     }
     EXPECT_EQ(Query(key, nullptr), "default\0"s);
+    // A null buffer asks for the size; a missing value reports type 0 and keeps the length.
+    std::uint32_t length = 1, type = 9;
+    EXPECT_EQ(registry.RegQueryValueExA(key, "sz", &type, nullptr, &length), reg::kSuccess);
+    EXPECT_EQ(length, 4u);
+    EXPECT_EQ(registry.RegQueryValueExA(key, "sz", nullptr, nullptr, nullptr), reg::kSuccess);
+    std::string buffer(8, '#');
+    length = 8;
+    EXPECT_EQ(registry.RegQueryValueExA(key, "missing", &type, Bytes(buffer), &length), reg::kFileNotFound);
+    EXPECT_EQ(type, reg::kNone);
+    EXPECT_EQ(length, 8u);
+    // A string stored without its NUL gets one written behind it where there is room, not counted.
+    EXPECT_EQ(registry.RegQueryValueExA(key, "sz unterminated", nullptr, Bytes(buffer), &length), reg::kSuccess);
+    EXPECT_EQ(length, 3u);
+    EXPECT_EQ(buffer, "abc\0####"s);
     // Enumeration gives every value once, with the same type and data; of the name buffer only
     // the name and its NUL are written.
     for (std::uint32_t index = 0;; ++index) {
@@ -244,54 +254,6 @@ TEST_P(RegistryConformance, StoredLengthOfWrittenData) {
         seen[name] = {e.type, e.data.substr(0, e.dataLength)};
     }
     EXPECT_EQ(seen, expected);
-}
-
-TEST_P(RegistryConformance, QueryingIntoBuffers) {
-    const RegHandle key = Create();
-    using namespace std::string_literals;
-    Set(key, "abc", reg::kSz, "abc");
-    Set(key, "unterminated", reg::kSz, "abcz"s, 3);
-    struct Case {
-        const char* name;
-        std::uint32_t type;
-        std::size_t size;      // bytes stored, a string's NUL included
-        std::uint32_t buffer;  // bytes offered
-        std::int32_t rc;
-    };
-    const Case cases[] = {
-        {"bin 255", reg::kBinary, 255, 255, 0},     {"bin 256", reg::kBinary, 256, 255, 234},
-        {"bin 1024", reg::kBinary, 1024, 1024, 0},  {"bin 1025", reg::kBinary, 1025, 1024, 234},
-        {"sz 255", reg::kSz, 255, 255, 0},          {"sz 256", reg::kSz, 256, 255, 234},
-        {"sz 1024", reg::kSz, 1024, 1024, 0},       {"sz 1025", reg::kSz, 1025, 1024, 234},
-    };
-    for (const Case& c : cases) {
-        const std::size_t text = c.type == reg::kSz ? c.size - 1 : c.size;
-        Set(key, c.name, c.type, std::string(text, 'd'));
-        std::string buffer(c.buffer + 1, '#');
-        std::uint32_t length = c.buffer, type = 0;
-        EXPECT_EQ(registry.RegQueryValueExA(key, c.name, &type, Bytes(buffer), &length), c.rc) << c.name;
-        // The length is the size of the value, also when it did not fit; then nothing is written.
-        EXPECT_EQ(length, c.size) << c.name;
-        EXPECT_EQ(type, c.type) << c.name;
-        std::string expected = c.rc ? std::string(c.buffer, '#') : std::string(text, 'd') + std::string(c.size - text, '\0');
-        expected.resize(c.buffer + 1, '#');
-        EXPECT_EQ(buffer, expected) << c.name;
-    }
-
-    // A null buffer asks for the size; a missing value reports type 0 and keeps the length.
-    std::uint32_t length = 1, type = 9;
-    EXPECT_EQ(registry.RegQueryValueExA(key, "abc", &type, nullptr, &length), reg::kSuccess);
-    EXPECT_EQ(length, 4u);
-    EXPECT_EQ(registry.RegQueryValueExA(key, "abc", nullptr, nullptr, nullptr), reg::kSuccess);
-    std::string buffer(8, '#');
-    length = 8;
-    EXPECT_EQ(registry.RegQueryValueExA(key, "missing", &type, Bytes(buffer), &length), reg::kFileNotFound);
-    EXPECT_EQ(type, reg::kNone);
-    EXPECT_EQ(length, 8u);
-    // A string stored without its NUL gets one written behind it where there is room, not counted.
-    EXPECT_EQ(registry.RegQueryValueExA(key, "unterminated", nullptr, Bytes(buffer), &length), reg::kSuccess);
-    EXPECT_EQ(length, 3u);
-    EXPECT_EQ(buffer, "abc\0####"s);
 }
 
 TEST_P(RegistryConformance, NamesIgnoreCaseAndKeepTheFirstSpelling) {
@@ -313,8 +275,9 @@ TEST_P(RegistryConformance, NamesIgnoreCaseAndKeepTheFirstSpelling) {
     EXPECT_EQ(e.name.substr(0, e.nameLength) + "=" + e.data.substr(0, e.dataLength), std::string("Val=2", 6));
 }
 
-// One value per key, so that order plays no part; bytes beyond ASCII count one each.
-TEST_P(RegistryConformance, EnumeratingValuesIntoFixedBuffers) {
+// One value per key, so that order plays no part, read into buffers of the program's sizes by
+// enumeration and by query; bytes beyond ASCII count one each.
+TEST_P(RegistryConformance, ReadingValuesIntoFixedBuffers) {
     struct Case {
         std::size_t name, data;  // lengths of the value's name and data, a string's NUL included
         std::uint32_t type, nameBuffer, dataBuffer;
@@ -326,57 +289,60 @@ TEST_P(RegistryConformance, EnumeratingValuesIntoFixedBuffers) {
         {261, 10, bin, 261, 255, 234},  {254, 10, bin, 255, 255, 0},    {255, 10, bin, 255, 255, 234},
         {256, 10, bin, 255, 255, 234},  {5, 255, bin, 261, 255, 0},     {5, 256, bin, 261, 255, 234},
         {261, 256, bin, 261, 255, 234}, {5, 1024, bin, 261, 1024, 0},   {5, 1025, bin, 261, 1024, 234},
-        {5, 255, sz, 261, 255, 0},      {5, 256, sz, 261, 255, 234},
+        {5, 255, sz, 261, 255, 0},      {5, 256, sz, 261, 255, 234},    {5, 1024, sz, 261, 1024, 0},
+        {5, 1025, sz, 261, 1024, 234},
     };
     int n = 0;
     for (const Case& c : cases) {
         const std::string label = std::to_string(c.name) + "/" + std::to_string(c.data) + " into " +
                                   std::to_string(c.nameBuffer) + "/" + std::to_string(c.dataBuffer);
         const RegHandle key = Create("Case" + std::to_string(n++));
+        const std::string name(c.name, '\xC4');
         std::string data(c.data, '\xE9');
         if (c.type == sz) data.back() = '\0';
-        Set(key, std::string(c.name, '\xC4').c_str(), c.type, data);
+        Set(key, name.c_str(), c.type, data);
         const Enumerated e = EnumValue(key, 0, c.nameBuffer, c.dataBuffer);
         EXPECT_EQ(e.rc, c.rc) << label;
         EXPECT_EQ(e.type, c.type) << label;
         EXPECT_EQ(e.dataLength, c.data) << label;
-        // Data that doesn't fit stops everything: neither buffer is touched.
+        // Data that doesn't fit stops everything: neither buffer is touched, only the length is told.
         const bool dataFits = c.data <= c.dataBuffer;
         std::string expectedData = dataFits ? data : "";
         expectedData.resize(c.dataBuffer + 1, '#');
         EXPECT_EQ(e.data, expectedData) << label;
+        std::string queried(c.dataBuffer + 1, '#');
+        std::uint32_t length = c.dataBuffer, type = 0;
+        EXPECT_EQ(registry.RegQueryValueExA(key, name.c_str(), &type, Bytes(queried), &length), dataFits ? 0 : 234)
+            << label;
+        EXPECT_EQ(std::make_tuple(type, length, queried), std::make_tuple(c.type, std::uint32_t(c.data), expectedData))
+            << label;
         // A name too long is cut to fill the buffer with its NUL; its length stays.
         const bool nameFits = c.name < c.nameBuffer;
         std::string expectedName;
-        if (dataFits) expectedName = std::string(nameFits ? c.name : c.nameBuffer - 1, '\xC4') + '\0';
+        if (dataFits) expectedName = name.substr(0, nameFits ? c.name : c.nameBuffer - 1) + '\0';
         expectedName.resize(c.nameBuffer, ' ');
         EXPECT_EQ(e.name, expectedName) << label;
         EXPECT_EQ(e.nameLength, dataFits && nameFits ? c.name : c.nameBuffer) << label;
     }
 }
 
+// The buffer must hold the NUL too; a name that doesn't fit leaves buffer and length alone.
 TEST_P(RegistryConformance, EnumeratingKeysIntoFixedBuffers) {
-    struct Case {
-        std::size_t name;
-        std::uint32_t buffer;
-        std::int32_t rc;
-    };
-    // The buffer must hold the NUL too; a name that doesn't fit leaves buffer and length alone.
-    const Case cases[] = {{254, 255, 0}, {255, 255, 234}, {255, 256, 0}, {256, 256, 234}, {256, 261, 0}};
-    int n = 0;
-    for (const Case& c : cases) {
-        const std::string parent = "Case" + std::to_string(n++);
-        const RegHandle key = Create(parent);
-        Create(std::string(c.name, 'k'), key);
-        std::string name(c.buffer, ' ');
-        std::uint32_t length = c.buffer;
-        EXPECT_EQ(registry.RegEnumKeyExA(key, 0, name.data(), &length), c.rc) << c.name << " into " << c.buffer;
-        std::string expected = c.rc ? "" : std::string(c.name, 'k') + '\0';
-        expected.resize(c.buffer, ' ');
-        EXPECT_EQ(name, expected) << c.name << " into " << c.buffer;
-        EXPECT_EQ(length, c.rc ? c.buffer : c.name) << c.name << " into " << c.buffer;
-        length = c.buffer;
-        EXPECT_EQ(registry.RegEnumKeyExA(key, 1, name.data(), &length), reg::kNoMoreItems);
+    const std::tuple<std::size_t, std::uint32_t, std::int32_t> cases[] = {
+        {254, 255, 0}, {255, 255, 234}, {255, 256, 0}, {256, 256, 234}, {256, 261, 0}};
+    for (const auto& [size, buffer, rc] : cases) {
+        const std::string label = std::to_string(size) + " into " + std::to_string(buffer);
+        const RegHandle key = Create(label);
+        Create(std::string(size, 'k'), key);
+        std::string name(buffer, ' ');
+        std::uint32_t length = buffer;
+        EXPECT_EQ(registry.RegEnumKeyExA(key, 0, name.data(), &length), rc) << label;
+        std::string expected = rc ? "" : std::string(size, 'k') + '\0';
+        expected.resize(buffer, ' ');
+        EXPECT_EQ(name, expected) << label;
+        EXPECT_EQ(length, rc ? buffer : size) << label;
+        length = buffer;
+        EXPECT_EQ(registry.RegEnumKeyExA(key, 1, name.data(), &length), reg::kNoMoreItems) << label;
     }
 }
 
