@@ -16,13 +16,14 @@ using platform::WindowHandle;
 using platform::memory::KernelNamespace;
 using platform::memory::MemoryProcess;
 using std::string;
+using Windows = std::vector<std::pair<string, WindowHandle>>;
 
 namespace {
 
 // A desktop that finds windows by exact title and keeps the calls that matter here in order.
 class OrderedUi final : public platform::UiServices {
 public:
-    std::vector<std::pair<string, WindowHandle>> windows;
+    Windows windows;
     std::vector<string> calls;
 
     int MsgBox(const string& prompt, int style, const string& title) override {
@@ -69,41 +70,34 @@ struct Instance {
     frame::modMultipleInstance entry;
 };
 
-const string kAlreadyRunning = "MsgBox 64 App Running: This application is already running";
-
-TEST(SingleInstance, SecondStartReportsFirstThenLooksForTheLongTitle) {
+TEST(SingleInstance, SecondStartReportsFirstThenLooksForTheLongTitleUnlessTheMutexIsRefused) {
     const WindowHandle kQuillon = 0x1234, kShort = 0x99;
-    const std::pair<std::vector<std::pair<string, WindowHandle>>, std::vector<string>> cases[] = {
+    const string running = "MsgBox 64 App Running: This application is already running";
+    const string refused =
+        "MsgBox 16 Error: The mechanism to ensure only one instance of this app has failed for unknown reasons.";
+    struct Case { bool refuse; Windows windows; std::vector<string> first, second; } cases[] = {
         // A window with the long title is brought forward,
-        {{{"Tessmark", kShort}, {"Quillon Tessmark", kQuillon}},
-         {kAlreadyRunning, "FindWindowA (null), Quillon Tessmark", "ShowWindow 4660, 5", "SetForegroundWindow 4660"}},
-        // the first instance's own caption is not looked for.
-        {{{"Tessmark", kShort}}, {kAlreadyRunning, "FindWindowA (null), Quillon Tessmark"}},
+        {false, {{"Tessmark", kShort}, {"Quillon Tessmark", kQuillon}}, {},
+         {running, "FindWindowA (null), Quillon Tessmark", "ShowWindow 4660, 5", "SetForegroundWindow 4660"}},
+        // the first instance's own caption is not looked for,
+        {false, {{"Tessmark", kShort}}, {}, {running, "FindWindowA (null), Quillon Tessmark"}},
+        // and with the mutex refused both report it and run side by side.
+        {true, {{"Quillon Tessmark", kQuillon}}, {refused}, {refused}},
     };
-    for (const auto& [windows, calls] : cases) {
+    for (const auto& c : cases) {
         auto space = std::make_shared<KernelNamespace>();
+        space->refuseCreation = c.refuse;
         Instance first(space), second(space);
-        ASSERT_TRUE(first.Start());
-        second.ui.windows = windows;
-        EXPECT_FALSE(second.Start());
-        EXPECT_EQ(second.ui.calls, calls);
+        second.ui.windows = c.windows;
+        EXPECT_TRUE(first.Start());
+        EXPECT_EQ(second.Start(), c.refuse);
+        EXPECT_EQ(first.ui.calls, c.first);
+        EXPECT_EQ(second.ui.calls, c.second);
+        EXPECT_EQ(first.entry.InstanceMutex == 0, c.refuse);
         // The second process let go of its handle; the first still owns the mutex.
         const auto& mutex = space->mutexes["StringForAvoidingMultipleInstance"];
-        EXPECT_EQ(mutex.references, 1);
-        EXPECT_EQ(mutex.owner, &first.process);
-    }
-}
-
-TEST(SingleInstance, RefusedMutexIsReportedAndInstancesRunSideBySide) {
-    auto space = std::make_shared<KernelNamespace>();
-    space->refuseCreation = true;
-    Instance first(space), second(space);
-    EXPECT_TRUE(first.Start());
-    EXPECT_TRUE(second.Start());
-    for (Instance* i : {&first, &second}) {
-        EXPECT_EQ(i->entry.InstanceMutex, 0u);
-        EXPECT_EQ(i->ui.calls, std::vector<string>{"MsgBox 16 Error: The mechanism to ensure only one instance of "
-                                                   "this app has failed for unknown reasons."});
+        EXPECT_EQ(mutex.references, c.refuse ? 0 : 1);
+        EXPECT_EQ(mutex.owner, c.refuse ? nullptr : &first.process);
     }
 }
 
