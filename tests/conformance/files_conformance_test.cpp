@@ -59,8 +59,9 @@ protected:
     }
 };
 
-// A walk gives every entry once, dots and folders included, with attributes and sizes.
-TEST_F(FilesConformance, WalksGiveEveryEntryOnceAndPatternsMatchNamesWithoutRegardToCase) {
+// A walk gives every entry once, dots and folders included, with attributes and sizes; patterns
+// match names without regard to case.
+TEST_F(FilesConformance, WalksPatternsAndAttributes) {
     for (const char* name : {"a.txt", "ab.txt", "abc.txt", "File.TXT", "Long Name.text", "x.lnk"}) Put(name);
     Put("noext", "12345");
     machine->AddFileAttributes(In("noext"), kAttrHidden | kAttrSystem);
@@ -100,18 +101,15 @@ TEST_F(FilesConformance, WalksGiveEveryEntryOnceAndPatternsMatchNamesWithoutRega
     EXPECT_EQ(files.FindNextFileA(handle, &data), 0);
     EXPECT_EQ(files.FindNextFileA(handle, &data), 0);
     EXPECT_NE(files.FindClose(handle), 0);
-}
 
-TEST_F(FilesConformance, AttributesAndExistenceTellFilesFromFoldersAndMissingPaths) {
-    Put("a.txt");
-    ASSERT_TRUE(files.MkDir(In("Sub")));
+    // Attributes and existence tell files from folders and missing paths.
     enum Kind { File, Folder, Missing };
-    const std::pair<std::string, Kind> cases[] = {
+    const std::pair<std::string, Kind> kinds[] = {
         {In("a.txt"), File},   {In("A.TXT"), File},      {In("Sub\\..\\a.txt"), File}, {In("Sub"), Folder},
         {In("sub\\"), Folder}, {"C:\\", Folder},         {In("a.txt\\"), Missing},    {In("nope.txt"), Missing},
         {"", Missing},         {In("a*.txt"), Missing},
     };
-    for (const auto& [path, kind] : cases) {
+    for (const auto& [path, kind] : kinds) {
         const std::uint32_t attributes = files.GetFileAttributesA(path.c_str());
         EXPECT_EQ(attributes == kInvalidFileAttributes ? Missing : attributes & kAttrDirectory ? Folder : File, kind)
             << path;

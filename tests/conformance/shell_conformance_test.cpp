@@ -44,8 +44,7 @@ protected:
 };
 
 TEST_F(ShellConformance, BothStartupFoldersExist) {
-    char user[260] = {};
-    char common[260] = {};
+    char user[260] = {}, common[260] = {};
     ASSERT_EQ(shell.SpecialFolderPath(platform::kCsidlStartup, user), 0);
     ASSERT_EQ(shell.SpecialFolderPath(platform::kCsidlCommonStartup, common), 0);
 

@@ -12,17 +12,14 @@ using namespace tessmark::ui;
 namespace {
 
 TEST(ProgressBarModel, ShadesAndBlends) {
-    struct Case { Colour colour; long amount; Colour shifted; } shifts[] = {
-        {0x000000, 100, 0x646464}, {0xFFFFFF, 150, 0xFFFFFF}, {0x804020, 0, 0x804020},
-        {0x804020, 255, 0xFFFFFF}, {0x0000FF, 180, 0xB4B4FF},
+    struct Case { Colour got, want; } cases[] = {
+        {ShiftColor(0x000000, 100), 0x646464}, {ShiftColor(0xFFFFFF, 150), 0xFFFFFF}, {ShiftColor(0x804020, 0), 0x804020},
+        {ShiftColor(0x804020, 255), 0xFFFFFF}, {ShiftColor(0x0000FF, 180), 0xB4B4FF},
+        {BlendColors(0xFFFFFF, 0x000000, 255), 0xFFFFFF}, {BlendColors(0xFFFFFF, 0x000000, 0), 0x000000},
+        {BlendColors(0x0000C8, 0x000000, 200), 0x00009D},  // 200 * 200 / 255 = 156.86 rounds up
+        {BlendColors(0x000001, 0x000000, 128), 0x000001},  // 0.502 rounds to 1
     };
-    for (const auto& c : shifts) EXPECT_EQ(ShiftColor(c.colour, c.amount), c.shifted) << std::hex << c.colour;
-    struct Blend { Colour first, second; long amount; Colour blended; } blends[] = {
-        {0xFFFFFF, 0x000000, 255, 0xFFFFFF}, {0xFFFFFF, 0x000000, 0, 0x000000},
-        {0x0000C8, 0x000000, 200, 0x00009D},  // 200 * 200 / 255 = 156.86 rounds up
-        {0x000001, 0x000000, 128, 0x000001},  // 0.502 rounds to 1
-    };
-    for (const auto& b : blends) EXPECT_EQ(BlendColors(b.first, b.second, b.amount), b.blended) << b.amount;
+    for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << "case " << &c - cases;
 }
 
 TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {

@@ -15,16 +15,6 @@ using Box = tessmark::platform::memory::MessageBoxCall;
 
 namespace {
 
-struct Tick {
-    std::unique_ptr<machines::TestMachine> machine = machines::MakeTestMachine();
-    tessmark::platform::memory::MemorySystem system;
-    std::unique_ptr<tessmark::frame::FrmMain2> main;
-    SysRes form{machine->Ui(), system, [this]() -> tessmark::frame::FrmMain2& {
-                    if (!main) main = std::make_unique<tessmark::frame::FrmMain2>(machine->Ports());
-                    return *main;
-                }};
-};
-
 // A failing restore point is swallowed, as when Wine answers "not implemented".
 TEST(SysRes, VersionDecidesBetweenARestorePointAndTheMessage) {
     using Arg = tessmark::platform::LateBoundArg;
@@ -35,35 +25,41 @@ TEST(SysRes, VersionDecidesBetweenARestorePointAndTheMessage) {
         {10, 0, false}, {5, 1, true, static_cast<int>(0x80004001)},
     };
     for (const auto& c : cases) {
-        Tick tick;
+        const auto machine = machines::MakeTestMachine();
+        tessmark::platform::memory::MemorySystem system;
+        system.major = c.major;
+        system.minor = c.minor;
+        system.failWith = c.failWith;
+        std::unique_ptr<tessmark::frame::FrmMain2> main;
+        SysRes form(machine->Ui(), system, [&]() -> tessmark::frame::FrmMain2& {
+            if (!main) main = std::make_unique<tessmark::frame::FrmMain2>(machine->Ports());
+            return *main;
+        });
         int unloads = 0;
-        tick.system.major = c.major;
-        tick.system.minor = c.minor;
-        tick.system.failWith = c.failWith;
-        tick.form.onUnload = [&] { ++unloads; };
-        ASSERT_TRUE(machines::SeedString(tick.machine->Registry(), reg::kLocalMachine,
+        form.onUnload = [&] { ++unloads; };
+        ASSERT_TRUE(machines::SeedString(machine->Registry(), reg::kLocalMachine,
                                          "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", "Pad", "C:\\pad.exe"));
-        tick.form.Form_Load();
-        EXPECT_TRUE(tick.form.Timer1Enabled);
-        tick.form.Visible = true;
-        tick.form.Timer1_Timer();
+        form.Form_Load();
+        EXPECT_TRUE(form.Timer1Enabled);
+        form.Visible = true;
+        form.Timer1_Timer();
         const std::string version = std::to_string(c.major) + "." + std::to_string(c.minor);
-        EXPECT_EQ(tick.system.sizesSeen, std::vector<std::uint32_t>{148}) << version;
-        ASSERT_TRUE(tick.main) << version;
-        EXPECT_EQ(tick.main->ListView1.Count(), 1) << version;  // refreshed before the decision
-        ASSERT_EQ(tick.system.calls.size(), c.tries ? 1u : 0u) << version;
+        EXPECT_EQ(system.sizesSeen, std::vector<std::uint32_t>{148}) << version;
+        ASSERT_TRUE(main) << version;
+        EXPECT_EQ(main->ListView1.Count(), 1) << version;  // refreshed before the decision
+        ASSERT_EQ(system.calls.size(), c.tries ? 1u : 0u) << version;
         if (c.tries) {
-            const auto& call = tick.system.calls[0];
+            const auto& call = system.calls[0];
             EXPECT_EQ(call.moniker, "winmgmts:{impersonationLevel=impersonate}!root/default:SystemRestore");
             EXPECT_EQ(call.method, "CreateRestorePoint");
             EXPECT_EQ(call.args, args);
         }
         const std::vector<Box> boxes = {{tessmark::safety::kNotSupported, 0, ""}};
-        EXPECT_EQ(tick.machine->Ui().messageBoxes, c.tries ? std::vector<Box>() : boxes) << version;
+        EXPECT_EQ(machine->Ui().messageBoxes, c.tries ? std::vector<Box>() : boxes) << version;
         // Only the restore-point road puts the pointer back.
-        EXPECT_EQ(tick.form.MousePointer, c.tries ? 0 : 11) << version;
+        EXPECT_EQ(form.MousePointer, c.tries ? 0 : 11) << version;
         EXPECT_EQ(unloads, 1) << version;
-        EXPECT_FALSE(tick.form.Timer1Enabled || tick.form.Loaded) << version;
+        EXPECT_FALSE(form.Timer1Enabled || form.Loaded) << version;
     }
 }
 

@@ -15,26 +15,22 @@ namespace machines = tessmark::testing;
 
 namespace {
 
-struct ShownForm {
-    std::unique_ptr<machines::TestMachine> machine = machines::MakeTestMachine();
+TEST(SysResWindow, ShowsItselfTicksOnceAndCloses) {
+    const auto machine = machines::MakeTestMachine();
     tessmark::platform::win32::Win32System system;
     std::unique_ptr<tessmark::frame::FrmMain2> main;
-    SysRes form{machine->Ui(), system, [this]() -> tessmark::frame::FrmMain2& {
-                    if (!main) main = std::make_unique<tessmark::frame::FrmMain2>(machine->Ports());
-                    return *main;
-                }};
-};
-
-TEST(SysResWindow, ShowsItselfTicksOnceAndCloses) {
-    ShownForm shown;
-    tessmark::app::SysResWindow window(GetModuleHandleA(nullptr), shown.form, shown.machine->Ui());
+    SysRes form(machine->Ui(), system, [&]() -> tessmark::frame::FrmMain2& {
+        if (!main) main = std::make_unique<tessmark::frame::FrmMain2>(machine->Ports());
+        return *main;
+    });
+    tessmark::app::SysResWindow window(GetModuleHandleA(nullptr), form, machine->Ui());
     window.Show();
     const HWND hwnd = window.hWnd();
     ASSERT_TRUE(IsWindow(hwnd));
     char caption[64] = {};
     GetWindowTextA(hwnd, caption, sizeof caption);
     EXPECT_STREQ(caption, "System Restore");
-    EXPECT_TRUE(shown.form.Timer1Enabled && shown.form.Visible);
+    EXPECT_TRUE(form.Timer1Enabled && form.Visible);
 
     // The tick comes after 2 s; the limit only keeps a broken form from hanging the suite.
     const DWORD start = GetTickCount();
@@ -48,14 +44,14 @@ TEST(SysResWindow, ShowsItselfTicksOnceAndCloses) {
         }
     }
     EXPECT_FALSE(IsWindow(hwnd));
-    EXPECT_FALSE(shown.form.Loaded || shown.form.Timer1Enabled);
-    EXPECT_TRUE(shown.main);  // the list was refreshed first
+    EXPECT_FALSE(form.Loaded || form.Timer1Enabled);
+    EXPECT_TRUE(main);  // the list was refreshed first
 
     tessmark::platform::OsVersionInfoA version;
     version.dwOSVersionInfoSize = 148;
-    ASSERT_NE(shown.system.GetVersionExA(&version), 0);
+    ASSERT_NE(system.GetVersionExA(&version), 0);
     const bool tries = version.dwMajorVersion == 6 || (version.dwMajorVersion == 5 && version.dwMinorVersion >= 1);
-    EXPECT_EQ(shown.machine->Ui().messageBoxes.size(), tries ? 0u : 1u) << version.dwMajorVersion;
+    EXPECT_EQ(machine->Ui().messageBoxes.size(), tries ? 0u : 1u) << version.dwMajorVersion;
 }
 
 // Wine's WMI refuses the restore point with a run-time error, which the form swallows.
