@@ -43,12 +43,14 @@ protected:
         count = count == ~0u ? static_cast<std::uint32_t>(data.size()) : count;
         ASSERT_EQ(registry.RegSetValueExA(h, name, type, Bytes(data), count), reg::kSuccess);
     }
-    // Reads a whole value, its length as the call reports it.
-    std::string Query(RegHandle h, const char* name, std::uint32_t* type = nullptr) {
-        std::string buffer(2048, '#');
-        std::uint32_t length = static_cast<std::uint32_t>(buffer.size());
-        EXPECT_EQ(registry.RegQueryValueExA(h, name, type, Bytes(buffer), &length), reg::kSuccess) << name;
-        return buffer.substr(0, length);
+    // A query offering length bytes of a buffer of the given size, none for 0: the code, the type
+    // and length reported, and the buffer.
+    using Queried = std::tuple<std::int32_t, std::uint32_t, std::uint32_t, std::string>;
+    Queried Query(RegHandle h, const char* name, std::uint32_t size, std::uint32_t length) {
+        std::string buffer(size, '#');
+        std::uint32_t type = 9;
+        const std::int32_t rc = registry.RegQueryValueExA(h, name, &type, size ? Bytes(buffer) : nullptr, &length);
+        return {rc, type, length, buffer};
     }
 
     // The codes of the calls a key handle serves, in this order: query a value,
@@ -203,26 +205,17 @@ TEST_P(RegistryConformance, StoredLengthOfWrittenData) {
     std::map<std::string, std::pair<std::uint32_t, std::string>> expected, seen;
     for (const auto& [name, type, data, count, stored] : cases) {
         Set(key, name, type, data, count);
-        std::uint32_t typeRead = 0;
-        EXPECT_EQ(Query(key, name, &typeRead), stored) << name;
-        EXPECT_EQ(typeRead, type) << name;
+        const std::uint32_t size = static_cast<std::uint32_t>(stored.size());
+        EXPECT_EQ(Query(key, name, size, size), Queried(reg::kSuccess, type, size, stored)) << name;
         expected[name] = {type, stored};
     }
-    EXPECT_EQ(Query(key, nullptr), "default\0"s);
+    EXPECT_EQ(Query(key, nullptr, 8, 8), Queried(reg::kSuccess, reg::kSz, 8, "default\0"s));
     // A null buffer asks for the size; a missing value reports type 0 and keeps the length.
-    std::uint32_t length = 1, type = 9;
-    EXPECT_EQ(registry.RegQueryValueExA(key, "sz", &type, nullptr, &length), reg::kSuccess);
-    EXPECT_EQ(length, 4u);
+    EXPECT_EQ(Query(key, "sz", 0, 1), Queried(reg::kSuccess, reg::kSz, 4, ""));
     EXPECT_EQ(registry.RegQueryValueExA(key, "sz", nullptr, nullptr, nullptr), reg::kSuccess);
-    std::string buffer(8, '#');
-    length = 8;
-    EXPECT_EQ(registry.RegQueryValueExA(key, "missing", &type, Bytes(buffer), &length), reg::kFileNotFound);
-    EXPECT_EQ(type, reg::kNone);
-    EXPECT_EQ(length, 8u);
+    EXPECT_EQ(Query(key, "missing", 8, 8), Queried(reg::kFileNotFound, reg::kNone, 8, "########"));
     // A string stored without its NUL gets one written behind it where there is room, not counted.
-    EXPECT_EQ(registry.RegQueryValueExA(key, "sz unterminated", nullptr, Bytes(buffer), &length), reg::kSuccess);
-    EXPECT_EQ(length, 3u);
-    EXPECT_EQ(buffer, "abc\0####"s);
+    EXPECT_EQ(Query(key, "sz unterminated", 8, 8), Queried(reg::kSuccess, reg::kSz, 3, "abc\0####"s));
     // Enumeration gives every value once, with the same type and data; of the name buffer only
     // the name and its NUL are written.
     for (std::uint32_t index = 0;; ++index) {
@@ -289,11 +282,8 @@ TEST_P(RegistryConformance, ReadingValuesIntoFixedBuffers) {
         std::string expectedData = dataFits ? data : "";
         expectedData.resize(c.dataBuffer + 1, '#');
         EXPECT_EQ(e.data, expectedData) << label;
-        std::string queried(c.dataBuffer + 1, '#');
-        std::uint32_t length = c.dataBuffer, type = 0;
-        EXPECT_EQ(registry.RegQueryValueExA(key, name.c_str(), &type, Bytes(queried), &length), dataFits ? 0 : 234)
-            << label;
-        EXPECT_EQ(std::make_tuple(type, length, queried), std::make_tuple(c.type, std::uint32_t(c.data), expectedData))
+        EXPECT_EQ(Query(key, name.c_str(), c.dataBuffer + 1, c.dataBuffer),
+                  Queried(dataFits ? 0 : 234, c.type, static_cast<std::uint32_t>(c.data), expectedData))
             << label;
         // A name too long is cut to fill the buffer with its NUL; its length stays.
         const bool nameFits = c.name < c.nameBuffer;
