@@ -65,17 +65,16 @@ protected:
                 registry.RegSetValueExA(h, "w", reg::kSz, Bytes(std::string("y")), 1),
                 registry.RegDeleteValueA(h, "w")};
     }
-    // One value enumerated into buffers of the given sizes; the data buffer has a guard byte behind.
-    struct Enumerated {
-        std::int32_t rc;
-        std::string name, data;
-        std::uint32_t nameLength, dataLength, type = 0;
-    };
-    Enumerated EnumValue(RegHandle key, std::uint32_t index, std::uint32_t nameBuffer = 261,
-                         std::uint32_t dataBuffer = 255) {
-        Enumerated e{0, std::string(nameBuffer, ' '), std::string(dataBuffer + 1, '#'), nameBuffer, dataBuffer};
-        e.rc = registry.RegEnumValueA(key, index, e.name.data(), &e.nameLength, &e.type, Bytes(e.data), &e.dataLength);
-        return e;
+    // One value enumerated into buffers of the given sizes, the data buffer with a guard byte behind:
+    // the code, the type, the name buffer and the length reported, the data buffer and its length.
+    using Enumerated = std::tuple<std::int32_t, std::uint32_t, std::string, std::uint32_t, std::string, std::uint32_t>;
+    Enumerated EnumValue(RegHandle key, std::uint32_t index, std::uint32_t nameLength = 261,
+                         std::uint32_t dataLength = 255) {
+        std::string name(nameLength, ' '), data(dataLength + 1, '#');
+        std::uint32_t type = 0;
+        const std::int32_t rc =
+            registry.RegEnumValueA(key, index, name.data(), &nameLength, &type, Bytes(data), &dataLength);
+        return {rc, type, name, nameLength, data, dataLength};
     }
 
     std::unique_ptr<TestMachine> machine = MakeTestMachine();
@@ -121,7 +120,7 @@ TEST_P(RegistryConformance, SubkeyTextForms) {
     for (const auto& [subKey, open, create] : cases) {
         h = 0x1234;
         EXPECT_EQ(registry.RegOpenKeyExA(key, subKey.c_str(), 0, reg::kRead, &h), open) << subKey;
-        if (open == reg::kFileNotFound) EXPECT_EQ(h, 0u) << subKey;
+        EXPECT_TRUE(open != reg::kFileNotFound || h == 0) << subKey;
         if (open == reg::kSuccess) Keep(h);
         h = 0;
         EXPECT_EQ(registry.RegCreateKeyA(key, subKey.c_str(), &h), create) << subKey;
@@ -219,12 +218,12 @@ TEST_P(RegistryConformance, StoredLengthOfWrittenData) {
     // Enumeration gives every value once, with the same type and data; of the name buffer only
     // the name and its NUL are written.
     for (std::uint32_t index = 0;; ++index) {
-        const Enumerated e = EnumValue(key, index);
-        if (e.rc == reg::kNoMoreItems) break;
-        ASSERT_EQ(e.rc, reg::kSuccess);
-        const std::string name = e.name.substr(0, e.nameLength);
-        EXPECT_EQ(e.name, name + '\0' + std::string(260 - name.size(), ' '));
-        seen[name] = {e.type, e.data.substr(0, e.dataLength)};
+        const auto [rc, type, nameBuffer, nameLength, data, dataLength] = EnumValue(key, index);
+        if (rc == reg::kNoMoreItems) break;
+        ASSERT_EQ(rc, reg::kSuccess);
+        const std::string name = nameBuffer.substr(0, nameLength);
+        EXPECT_EQ(nameBuffer, name + '\0' + std::string(260 - name.size(), ' '));
+        seen[name] = {type, data.substr(0, dataLength)};
     }
     EXPECT_EQ(seen, expected);
 }
@@ -242,9 +241,8 @@ TEST_P(RegistryConformance, NamesIgnoreCaseAndKeepTheFirstSpelling) {
     std::uint32_t length = sizeof name;
     ASSERT_EQ(registry.RegEnumKeyExA(key, 0, name, &length), reg::kSuccess);
     EXPECT_EQ(std::string(name, length), "Foo");
-    const Enumerated e = EnumValue(key, 0);
-    ASSERT_EQ(e.rc, reg::kSuccess);
-    EXPECT_EQ(e.name.substr(0, e.nameLength) + "=" + e.data.substr(0, e.dataLength), std::string("Val=2", 6));
+    const auto [rc, type, nameBuffer, nameLength, data, dataLength] = EnumValue(key, 0);
+    EXPECT_EQ(nameBuffer.substr(0, nameLength) + "=" + data.substr(0, dataLength), std::string("Val=2", 6));
 }
 
 // One value per key, so that order plays no part, read into buffers of the program's sizes by
@@ -273,25 +271,19 @@ TEST_P(RegistryConformance, ReadingValuesIntoFixedBuffers) {
         std::string data(c.data, '\xE9');
         if (c.type == sz) data.back() = '\0';
         Set(key, name.c_str(), c.type, data);
-        const Enumerated e = EnumValue(key, 0, c.nameBuffer, c.dataBuffer);
-        EXPECT_EQ(e.rc, c.rc) << label;
-        EXPECT_EQ(e.type, c.type) << label;
-        EXPECT_EQ(e.dataLength, c.data) << label;
-        // Data that doesn't fit stops everything: neither buffer is touched, only the length is told.
-        const bool dataFits = c.data <= c.dataBuffer;
-        std::string expectedData = dataFits ? data : "";
-        expectedData.resize(c.dataBuffer + 1, '#');
-        EXPECT_EQ(e.data, expectedData) << label;
-        EXPECT_EQ(Query(key, name.c_str(), c.dataBuffer + 1, c.dataBuffer),
-                  Queried(dataFits ? 0 : 234, c.type, static_cast<std::uint32_t>(c.data), expectedData))
-            << label;
-        // A name too long is cut to fill the buffer with its NUL; its length stays.
-        const bool nameFits = c.name < c.nameBuffer;
-        std::string expectedName;
+        // Data that doesn't fit stops everything: neither buffer is touched, only the data's length is
+        // told. A name too long is cut to fill the buffer with its NUL; its length stays.
+        const bool dataFits = c.data <= c.dataBuffer, nameFits = c.name < c.nameBuffer;
+        std::string expectedData = dataFits ? data : "", expectedName;
         if (dataFits) expectedName = name.substr(0, nameFits ? c.name : c.nameBuffer - 1) + '\0';
+        expectedData.resize(c.dataBuffer + 1, '#');
         expectedName.resize(c.nameBuffer, ' ');
-        EXPECT_EQ(e.name, expectedName) << label;
-        EXPECT_EQ(e.nameLength, dataFits && nameFits ? c.name : c.nameBuffer) << label;
+        const auto size = static_cast<std::uint32_t>(c.data);
+        EXPECT_EQ(EnumValue(key, 0, c.nameBuffer, c.dataBuffer),
+                  Enumerated(c.rc, c.type, expectedName, dataFits && nameFits ? c.name : c.nameBuffer, expectedData, size))
+            << label;
+        EXPECT_EQ(Query(key, name.c_str(), c.dataBuffer + 1, c.dataBuffer), Queried(dataFits ? 0 : 234, c.type, size, expectedData))
+            << label;
     }
 }
 

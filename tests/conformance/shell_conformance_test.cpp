@@ -146,29 +146,27 @@ TEST_F(ShellConformance, VersionBlocksAndLanguageNames) {
     const std::vector<std::uint32_t> fixed = Words("\\");
     ASSERT_EQ(fixed.size(), 13u);
     // Signature, file and product versions, then flags, system and type (the flags mask left out).
-    const std::vector<std::uint32_t> numbers = {fixed[0], fixed[2], fixed[3], fixed[4], fixed[5], fixed[7], fixed[8], fixed[9]};
-    EXPECT_EQ(numbers, (std::vector<std::uint32_t>{0xFEEF04BDu, std::uint32_t(kFileVersion[0]) << 16 | kFileVersion[1],
-                                                   std::uint32_t(kFileVersion[2]) << 16 | kFileVersion[3],
-                                                   std::uint32_t(kProductVersion[0]) << 16 | kProductVersion[1],
-                                                   std::uint32_t(kProductVersion[2]) << 16 | kProductVersion[3],
-                                                   FIXTURE_FILE_FLAGS, FIXTURE_FILE_OS, FIXTURE_FILE_TYPE}));
+    const auto High = [](std::uint32_t high, std::uint32_t low) { return high << 16 | low; };
+    EXPECT_EQ((std::vector<std::uint32_t>{fixed[0], fixed[2], fixed[3], fixed[4], fixed[5], fixed[7], fixed[8], fixed[9]}),
+              (std::vector<std::uint32_t>{0xFEEF04BDu, High(kFileVersion[0], kFileVersion[1]),
+                                          High(kFileVersion[2], kFileVersion[3]), High(kProductVersion[0], kProductVersion[1]),
+                                          High(kProductVersion[2], kProductVersion[3]), FIXTURE_FILE_FLAGS, FIXTURE_FILE_OS,
+                                          FIXTURE_FILE_TYPE}));
     EXPECT_EQ(Words("\\VarFileInfo\\Translation"),
-              (std::vector<std::uint32_t>{FIXTURE_CODE_PAGE << 16 | kGerman, FIXTURE_CODE_PAGE << 16 | kEnglish}));
+              (std::vector<std::uint32_t>{High(FIXTURE_CODE_PAGE, kGerman), High(FIXTURE_CODE_PAGE, kEnglish)}));
     const std::pair<const char*, const char*> strings[] = {
         {"\\StringFileInfo\\040904E4\\CompanyName", FIXTURE_COMPANY_NAME},
         {"\\stringfileinfo\\040904e4\\companyname", FIXTURE_COMPANY_NAME},
         {"\\StringFileInfo\\040904E4\\FileVersion", FIXTURE_FILE_VERSION_TEXT},
         {"\\StringFileInfo\\040704E4\\FileDescription", FIXTURE_DESCRIPTION_GERMAN},
         {"\\StringFileInfo\\040904E4\\FileDescription", FIXTURE_DESCRIPTION_ENGLISH},
-        {"\\StringFileInfo\\040704E4\\CompanyName", nullptr},
-        {"\\StringFileInfo\\041104B0\\CompanyName", nullptr},
-        {"\\StringFileInfo\\040904E4\\Comments", nullptr},
-        {"\\VarFileInfo\\Nothing", nullptr},
+        {"\\StringFileInfo\\040704E4\\CompanyName", nullptr}, {"\\StringFileInfo\\041104B0\\CompanyName", nullptr},
+        {"\\StringFileInfo\\040904E4\\Comments", nullptr},    {"\\VarFileInfo\\Nothing", nullptr},
     };
     for (const auto& [subBlock, text] : strings) {
         std::vector<std::uint8_t> value{1, 2, 3};
         EXPECT_EQ(shell.VerQueryValueA(block, subBlock, &value), text != nullptr) << subBlock;
-        if (text) EXPECT_EQ(std::string(value.begin(), value.end()), std::string(text) + '\0') << subBlock;
+        EXPECT_EQ(text ? std::string(value.begin(), value.end()) : "", text ? std::string(text) + '\0' : "") << subBlock;
     }
     // Language names count their characters.
     const std::pair<std::uint32_t, const char*> languages[] = {{0x0409, "English"}, {0x0407, "German"}};

@@ -96,7 +96,6 @@ TEST_F(FileVersionInfo, FileWithoutVersionOrTranslationsKeepsThePreviousTexts) {
     EXPECT_EQ(info.FullPathName(), "C:\\bare.dll");
     EXPECT_EQ(info.PredefinedName(15), "");
     EXPECT_EQ(info.PredefinedName(-1), "");
-    EXPECT_EQ(info.PredefinedName(13), "LegalTrademarks1");
 }
 
 }  // namespace

@@ -28,12 +28,9 @@ TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {
         {0, 100, 130, 130, 130}, {0, 3, 1, 33, 1}, {0, 8, 1, 12, 1},       // 12.5 rounds to even
     };
     for (const auto& c : cases) {
-        XP_ProgressBarModel bar;
-        bar.Min = c.min;
-        bar.Max = c.max;
+        XP_ProgressBarModel bar{.Max = c.max, .Min = c.min};
         bar.SetValue(c.set);
-        EXPECT_EQ(bar.percent, c.percent) << c.set << '/' << c.max;
-        EXPECT_EQ(bar.Value(), c.get) << c.set << '/' << c.max;
+        EXPECT_EQ(std::pair(bar.percent, bar.Value()), std::pair(c.percent, c.get)) << c.set << '/' << c.max;
     }
     XP_ProgressBarModel over;
     over.SetValue(130);
@@ -50,10 +47,7 @@ TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
     fresh.ReadProperties({});
     EXPECT_EQ(std::tuple(fresh.BrushStyle, fresh.Color, fresh.Max), std::tuple(4, 0x8000000Du, 100));
 
-    XP_ProgressBarModel set;
-    set.Font = 77;
-    set.Scrolling = 6;
-    set.ShowText = true;
+    XP_ProgressBarModel set{.Font = 77, .Scrolling = 6, .ShowText = true};
     set.SetValue(60);
     PropertyBag bag;
     set.WriteProperties(bag);
