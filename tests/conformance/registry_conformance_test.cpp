@@ -94,8 +94,9 @@ TEST_P(RegistryConformance, OpeningWithoutSubkey) {
     };
     for (const auto& [extended, parent, sub, same] : cases) {
         RegHandle h = 0;
-        ASSERT_EQ(extended ? registry.RegOpenKeyExA(parent, sub, 0, reg::kRead, &h) : registry.RegOpenKeyA(parent, sub, &h),
-                  reg::kSuccess);
+        const std::int32_t rc = extended ? registry.RegOpenKeyExA(parent, sub, 0, reg::kRead, &h)
+                                         : registry.RegOpenKeyA(parent, sub, &h);
+        ASSERT_EQ(rc, reg::kSuccess);
         EXPECT_EQ(h == parent, same) << extended << ' ' << parent;
         EXPECT_NE(h, 0u);
         if (!same) Keep(h);
@@ -159,10 +160,11 @@ TEST_P(RegistryConformance, DeletingKeysAndValues) {
     Create("Parent\\Child");
     // Only a key without subkeys goes, and never a root.
     const std::tuple<RegHandle, const char*, std::int32_t> keys[] = {
-        {key, "Parent", reg::kAccessDenied},  {key, "Missing", reg::kFileNotFound}, {key, "PARENT\\child", reg::kSuccess},
-        {Root(), "", reg::kAccessDenied}, {key, nullptr, reg::kInvalidParameter},
+        {key, "Parent", reg::kAccessDenied}, {key, "Missing", reg::kFileNotFound}, {Root(), "", reg::kAccessDenied},
+        {key, "PARENT\\child", reg::kSuccess}, {key, nullptr, reg::kInvalidParameter},
     };
-    for (const auto& [parent, sub, rc] : keys) EXPECT_EQ(registry.RegDeleteKeyA(parent, sub), rc) << (sub ? sub : "null");
+    for (const auto& [parent, sub, rc] : keys)
+        EXPECT_EQ(registry.RegDeleteKeyA(parent, sub), rc) << (sub ? sub : "null");
     RegHandle h = 0;
     EXPECT_EQ(registry.RegOpenKeyExA(key, "Parent\\Child", 0, reg::kRead, &h), reg::kFileNotFound);
     // A key deletes itself through its own handle; the handle then only closes.
@@ -262,11 +264,9 @@ TEST_P(RegistryConformance, ReadingValuesIntoFixedBuffers) {
         {5, 255, sz, 261, 255, 0},      {5, 256, sz, 261, 255, 234},    {5, 1024, sz, 261, 1024, 0},
         {5, 1025, sz, 261, 1024, 234},
     };
-    int n = 0;
     for (const Case& c : cases) {
-        const std::string label = std::to_string(c.name) + "/" + std::to_string(c.data) + " into " +
-                                  std::to_string(c.nameBuffer) + "/" + std::to_string(c.dataBuffer);
-        const RegHandle key = Create("Case" + std::to_string(n++));
+        const std::string label = "Case" + std::to_string(&c - cases);
+        const RegHandle key = Create(label);
         const std::string name(c.name, '\xC4');
         std::string data(c.data, '\xE9');
         if (c.type == sz) data.back() = '\0';
@@ -279,10 +279,12 @@ TEST_P(RegistryConformance, ReadingValuesIntoFixedBuffers) {
         expectedData.resize(c.dataBuffer + 1, '#');
         expectedName.resize(c.nameBuffer, ' ');
         const auto size = static_cast<std::uint32_t>(c.data);
+        const auto nameLength = static_cast<std::uint32_t>(dataFits && nameFits ? c.name : c.nameBuffer);
         EXPECT_EQ(EnumValue(key, 0, c.nameBuffer, c.dataBuffer),
-                  Enumerated(c.rc, c.type, expectedName, dataFits && nameFits ? c.name : c.nameBuffer, expectedData, size))
+                  Enumerated(c.rc, c.type, expectedName, nameLength, expectedData, size))
             << label;
-        EXPECT_EQ(Query(key, name.c_str(), c.dataBuffer + 1, c.dataBuffer), Queried(dataFits ? 0 : 234, c.type, size, expectedData))
+        EXPECT_EQ(Query(key, name.c_str(), c.dataBuffer + 1, c.dataBuffer),
+                  Queried(dataFits ? 0 : 234, c.type, size, expectedData))
             << label;
     }
 }

@@ -102,7 +102,8 @@ TEST_F(ShellConformance, FileInfoGivesTheShellsNameAndAnImageListOrLeavesTheReco
     const std::string current = FullPath(".");
     const std::pair<std::string, std::string> cases[] = {
         {kProgram, "notepad.exe"},   {Lower(In("Mixed.TXT")), "Mixed.TXT"}, {In("editor.lnk"), "editor"},
-        {scratch, "tessmark-test"}, {scratch + "\\", "tessmark-test"},     {"", current.substr(current.rfind('\\') + 1)},
+        {scratch, "tessmark-test"}, {scratch + "\\", "tessmark-test"},
+        {"", current.substr(current.rfind('\\') + 1)},
         {In("missing.exe"), ""},    {"Error occured.", ""},                {In("no\\such\\file.exe"), ""},
         {In("..\\tessmark-test\\Mixed.TXT"), ""}, {In(".\\Mixed.TXT"), ""}, {"C:/tessmark-test/Mixed.TXT", ""},
     };
@@ -143,15 +144,17 @@ TEST_F(ShellConformance, VersionBlocksAndLanguageNames) {
         std::memcpy(words.data(), value.data(), words.size() * 4);
         return words;
     };
-    const std::vector<std::uint32_t> fixed = Words("\\");
+    std::vector<std::uint32_t> fixed = Words("\\");
     ASSERT_EQ(fixed.size(), 13u);
-    // Signature, file and product versions, then flags, system and type (the flags mask left out).
+    // Signature, file and product versions, then flags, system and type: the structure's version,
+    // the flags mask, the subtype and the date are left out.
+    for (int left : {12, 11, 10, 6, 1}) fixed.erase(fixed.begin() + left);
     const auto High = [](std::uint32_t high, std::uint32_t low) { return high << 16 | low; };
-    EXPECT_EQ((std::vector<std::uint32_t>{fixed[0], fixed[2], fixed[3], fixed[4], fixed[5], fixed[7], fixed[8], fixed[9]}),
-              (std::vector<std::uint32_t>{0xFEEF04BDu, High(kFileVersion[0], kFileVersion[1]),
-                                          High(kFileVersion[2], kFileVersion[3]), High(kProductVersion[0], kProductVersion[1]),
-                                          High(kProductVersion[2], kProductVersion[3]), FIXTURE_FILE_FLAGS, FIXTURE_FILE_OS,
-                                          FIXTURE_FILE_TYPE}));
+    const auto& [file0, file1, file2, file3] = kFileVersion;
+    const auto& [product0, product1, product2, product3] = kProductVersion;
+    EXPECT_EQ(fixed, (std::vector<std::uint32_t>{0xFEEF04BDu, High(file0, file1), High(file2, file3),
+                                                 High(product0, product1), High(product2, product3), FIXTURE_FILE_FLAGS,
+                                                 FIXTURE_FILE_OS, FIXTURE_FILE_TYPE}));
     EXPECT_EQ(Words("\\VarFileInfo\\Translation"),
               (std::vector<std::uint32_t>{High(FIXTURE_CODE_PAGE, kGerman), High(FIXTURE_CODE_PAGE, kEnglish)}));
     const std::pair<const char*, const char*> strings[] = {
@@ -166,7 +169,7 @@ TEST_F(ShellConformance, VersionBlocksAndLanguageNames) {
     for (const auto& [subBlock, text] : strings) {
         std::vector<std::uint8_t> value{1, 2, 3};
         EXPECT_EQ(shell.VerQueryValueA(block, subBlock, &value), text != nullptr) << subBlock;
-        EXPECT_EQ(text ? std::string(value.begin(), value.end()) : "", text ? std::string(text) + '\0' : "") << subBlock;
+        EXPECT_EQ(std::string(value.begin(), value.end()), text ? std::string(text) + '\0' : "") << subBlock;
     }
     // Language names count their characters.
     const std::pair<std::uint32_t, const char*> languages[] = {{0x0409, "English"}, {0x0407, "German"}};

@@ -11,8 +11,10 @@ using platform::memory::VersionResource;
 
 namespace {
 
-VersionResource Resource(platform::memory::FixedFileInfo fixed, std::vector<platform::memory::Translation> translations = {},
-                         std::map<std::string, std::map<std::string, std::string>> strings = {}) {
+using Strings = std::map<std::string, std::map<std::string, std::string>>;
+
+VersionResource Resource(platform::memory::FixedFileInfo fixed,
+                         std::vector<platform::memory::Translation> translations = {}, Strings strings = {}) {
     return {fixed, std::move(translations), std::move(strings)};
 }
 

@@ -13,8 +13,9 @@ namespace {
 
 TEST(ProgressBarModel, ShadesAndBlends) {
     struct Case { Colour got, want; } cases[] = {
-        {ShiftColor(0x000000, 100), 0x646464}, {ShiftColor(0xFFFFFF, 150), 0xFFFFFF}, {ShiftColor(0x804020, 0), 0x804020},
-        {ShiftColor(0x804020, 255), 0xFFFFFF}, {ShiftColor(0x0000FF, 180), 0xB4B4FF},
+        {ShiftColor(0x000000, 100), 0x646464}, {ShiftColor(0xFFFFFF, 150), 0xFFFFFF},
+        {ShiftColor(0x804020, 0), 0x804020},   {ShiftColor(0x804020, 255), 0xFFFFFF},
+        {ShiftColor(0x0000FF, 180), 0xB4B4FF},
         {BlendColors(0xFFFFFF, 0x000000, 255), 0xFFFFFF}, {BlendColors(0xFFFFFF, 0x000000, 0), 0x000000},
         {BlendColors(0x0000C8, 0x000000, 200), 0x00009D},  // 200 * 200 / 255 = 156.86 rounds up
         {BlendColors(0x000001, 0x000000, 128), 0x000001},  // 0.502 rounds to 1

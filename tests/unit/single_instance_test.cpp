@@ -31,7 +31,8 @@ public:
         return 1;
     }
     WindowHandle FindWindowA(const char* className, const char* title) override {
-        calls.push_back(string("FindWindowA ") + (className ? className : "(null)") + ", " + (title ? title : "(null)"));
+        const string arguments = string(className ? className : "(null)") + ", " + (title ? title : "(null)");
+        calls.push_back("FindWindowA " + arguments);
         for (const auto& [caption, handle] : windows)
             if (title && caption == title) return handle;
         return 0;
