@@ -15,12 +15,9 @@ namespace {
 TEST(BackupFolders, MakesOnlyTheMissingLevels) {
     const string full = "C:\\data\\Quillon\\Tessmark\\RegistryBackUps";
     struct Case { string appData, folder, file; bool raises; } cases[] = {
-        {"C:\\data", "C:\\data", "", false},
-        {"C:\\data", "C:\\data\\Quillon", "", false},
-        {"C:\\data", "C:\\data\\Quillon\\Tessmark", "", false},
-        {"C:\\data", full, "", false},
-        {"C:\\data", "C:\\data", full, false},
-        {"Q:\\nowhere", "C:\\data", "", true},
+        {"C:\\data", "C:\\data", "", false},         {"C:\\data", "C:\\data\\Quillon", "", false},
+        {"C:\\data", "C:\\data\\Quillon\\Tessmark", "", false}, {"C:\\data", full, "", false},
+        {"C:\\data", "C:\\data", full, false},       {"Q:\\nowhere", "C:\\data", "", true},
     };
     for (const auto& c : cases) {
         tessmark::platform::memory::MemoryDisk disk;

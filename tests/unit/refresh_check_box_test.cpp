@@ -40,9 +40,9 @@ TEST(Refresh, OnlyYesIsCheckedAnEmptyPathIsMissingAndASecondPassChangesNothing) 
         discovery::refreshCheckBox(list, total, active, [&] { ++clicks; });
         for (long i = 1; i <= list.Count(); ++i) {
             const auto& c = cases[i - 1];
-            EXPECT_EQ(list(i).SmallIcon, c.path[0] ? c.icon : 1) << "row " << i << " pass " << pass;
-            EXPECT_EQ(list(i).SubItems(1), c.pathAfter) << "row " << i << " pass " << pass;
-            EXPECT_EQ(list(i).Checked, c.checked) << "row " << i << " pass " << pass;
+            EXPECT_EQ(std::make_tuple(list(i).SmallIcon, list(i).SubItems(1), list(i).Checked),
+                      std::make_tuple(c.path[0] ? c.icon : 1, std::string(c.pathAfter), c.checked))
+                << "row " << i << " pass " << pass;
         }
         EXPECT_EQ(active, "Active Item(s):      1");
         EXPECT_EQ(clicks, pass);

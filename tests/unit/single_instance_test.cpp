@@ -20,9 +20,19 @@ using Windows = std::vector<std::pair<string, WindowHandle>>;
 
 namespace {
 
-// A desktop that finds windows by exact title and keeps the calls that matter here in order.
-class OrderedUi final : public platform::UiServices {
+// One copy of the program on a shared machine, with a desktop that finds windows by exact title
+// and keeps the calls that matter here in order.
+class Instance final : public platform::UiServices {
 public:
+    explicit Instance(std::shared_ptr<KernelNamespace> space) : process(std::move(space)) {}
+    // Runs Main; true when the main form was shown.
+    bool Start() {
+        bool shown = false;
+        entry.Main([&] { shown = true; });
+        return shown;
+    }
+    MemoryProcess process;
+    frame::modMultipleInstance entry{process, *this};
     Windows windows;
     std::vector<string> calls;
 
@@ -57,20 +67,6 @@ public:
     [[noreturn]] void EndProcess(int) override { std::abort(); }
 };
 
-// One started copy of the program on a shared machine.
-struct Instance {
-    explicit Instance(std::shared_ptr<KernelNamespace> space) : process(std::move(space)), entry(process, ui) {}
-    // Runs Main; true when the main form was shown.
-    bool Start() {
-        bool shown = false;
-        entry.Main([&] { shown = true; });
-        return shown;
-    }
-    MemoryProcess process;
-    OrderedUi ui;
-    frame::modMultipleInstance entry;
-};
-
 TEST(SingleInstance, SecondStartReportsFirstThenLooksForTheLongTitleUnlessTheMutexIsRefused) {
     const WindowHandle kQuillon = 0x1234, kShort = 0x99;
     const string running = "MsgBox 64 App Running: This application is already running";
@@ -89,11 +85,11 @@ TEST(SingleInstance, SecondStartReportsFirstThenLooksForTheLongTitleUnlessTheMut
         auto space = std::make_shared<KernelNamespace>();
         space->refuseCreation = c.refuse;
         Instance first(space), second(space);
-        second.ui.windows = c.windows;
+        second.windows = c.windows;
         EXPECT_TRUE(first.Start());
         EXPECT_EQ(second.Start(), c.refuse);
-        EXPECT_EQ(first.ui.calls, c.first);
-        EXPECT_EQ(second.ui.calls, c.second);
+        EXPECT_EQ(first.calls, c.first);
+        EXPECT_EQ(second.calls, c.second);
         EXPECT_EQ(first.entry.InstanceMutex == 0, c.refuse);
         // The second process let go of its handle; the first still owns the mutex.
         const auto& mutex = space->mutexes["StringForAvoidingMultipleInstance"];
