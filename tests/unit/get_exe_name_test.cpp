@@ -14,26 +14,20 @@ const SystemFolders kFolders{"C:\\WINDOWS", "C:\\Program Files"}, kOdd{"C:\\WIN-
 TEST(GetExeName, WorkedExamples) {
     using namespace std::string_literals;
     struct Case { std::string input, want; SystemFolders folders = kFolders; } cases[] = {
-        {"/background", ""},
-        {"-x", ""},
+        {"/background", ""}, {"-x", ""}, {"", ""}, {"Userinit", "Userinit"},
         {"%SystemRoot%", "C:\\WINDOWS\\%SystemRoot%"},
-        {"Userinit", "Userinit"},
-        {"", ""},
         // Cut at the first NUL of a registry buffer.
         {"C:\\a.exe" + std::string(1016, '\0'), "C:\\a.exe"},
-        {"Shell\0"s, "Shell"},
-        {"a\0b"s, "a"},
+        {"Shell\0"s, "Shell"}, {"a\0b"s, "a"},
         // The slash cuts before any token is examined.
-        {"http://host/%windir%\\x", "http:"},
-        {"%windir%\\a.exe /x-y", "C:\\WINDOWS\\a.exe"},
+        {"http://host/%windir%\\x", "http:"}, {"%windir%\\a.exe /x-y", "C:\\WINDOWS\\a.exe"},
         // Token tests are independent: %SystemRoot% expands first, then the
         // %windir% left in the tail fires and throws away the folder just put in front;
         {"%SystemRoot%\\%windir%\\x.exe", "C:\\WINDOWS\\WINDOWS\\%windir%\\x.exe"},
         // and the %ProgramFiles% token is gone by the time its test runs.
         {"%ProgramFiles%\\%SystemRoot%\\x.exe", "C:\\WINDOWS\\%SystemRoot%\\x.exe"},
         // A hyphen or comma in an expanded folder also cuts.
-        {"%windir%\\a.exe", "C:\\WIN", kOdd},
-        {"%ProgramFiles%\\a.exe", "C:\\Programs", kOdd},
+        {"%windir%\\a.exe", "C:\\WIN", kOdd}, {"%ProgramFiles%\\a.exe", "C:\\Programs", kOdd},
     };
     for (const auto& c : cases) {
         std::string line = c.input;

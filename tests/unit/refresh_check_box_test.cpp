@@ -23,10 +23,8 @@ TEST(Refresh, OnlyYesIsCheckedAnEmptyPathIsMissingAndASecondPassChangesNothing) 
     EXPECT_EQ(total + "|" + active, "Total  Item(s) :      0|Active Item(s):      0");
 
     struct Case { long icon; const char *path, *flag, *pathAfter; bool checked; } cases[] = {
-        {3, "", "No", "File Not Found", false},
-        {2, "C:\\b.exe", "NO", "C:\\b.exe", false},
-        {4, "C:\\c.exe", "yes", "C:\\c.exe", false},
-        {3, "C:\\a.exe", "Yes", "C:\\a.exe", true},
+        {3, "", "No", "File Not Found", false},    {2, "C:\\b.exe", "NO", "C:\\b.exe", false},
+        {4, "C:\\c.exe", "yes", "C:\\c.exe", false}, {3, "C:\\a.exe", "Yes", "C:\\a.exe", true},
     };
     for (const auto& c : cases) {
         auto& row = list.Add();

@@ -24,7 +24,8 @@ int ErrorOf(const std::function<void()>& f) {
     return 0;
 }
 
-// Slices are one-based; trims remove blanks only, never NULs or tabs.
+// Slices are one-based; trims remove blanks only, never NULs or tabs; a replacement drops the text
+// before its start.
 TEST(VbText, SlicesTrimsReplacementsAndCharacterCodes) {
     struct Case { string got, want; } cases[] = {
         {Mid("abcdef", 2, 3), "bcd"}, {Mid("abcdef", 5), "ef"}, {Mid("abc", 4), ""},    {Mid("abc", 2, 99), "bc"},
@@ -33,9 +34,8 @@ TEST(VbText, SlicesTrimsReplacementsAndCharacterCodes) {
         {RTrim("  x  "), "  x"}, {Trim("   "), ""}, {Replace("a\"b\"", "\"", ""), "ab"},
         {Replace("HKEY_LOCAL_MACHINE\\x", "hkey_local_machine", "HKLM", 1, -1, Compare::Text), "HKLM\\x"},
         {Replace("hkey_local_machine", "HKEY_LOCAL_MACHINE", "HKLM"), "hkey_local_machine"},
-        {Replace("aaa", "a", "b", 2), "bb"},  // the text before start is dropped
-        {Replace("aaa", "a", "b", 1, 1), "baa"},
-        {Chr(0), string(1, '\0')}, {UCase("ab1"), "AB1"}, {Hex(31), "1F"}, {Hex(-1), "FFFFFFFF"},
+        {Replace("aaa", "a", "b", 2), "bb"}, {Replace("aaa", "a", "b", 1, 1), "baa"}, {Chr(0), string(1, '\0')},
+        {UCase("ab1"), "AB1"}, {Hex(31), "1F"}, {Hex(-1), "FFFFFFFF"},
     };
     for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << "case " << &c - cases;
 }
@@ -53,10 +53,9 @@ TEST(VbNumbers, SearchesConversionsAndComparisons) {
     for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << "case " << &c - cases;
     // Val reads a leading number or a hexadecimal literal.
     struct Read { double got, want; } reads[] = {
-        {Val("&H1F"), 31},       {Val("&h41"), 65},  {Val("&HFFFF"), -1}, {Val("&H10000"), 65536},
-        {Val("&HFFFFFFFF"), -1}, {Val("&H0x1F"), 0}, {Val("&H4G"), 4},    {Val("&H"), 0},
-        {Val("12abc"), 12},      {Val(" 1 2"), 12},  {Val("-3.5"), -3.5}, {Val("abc"), 0},
-        {Val("&O17"), 15},       {Val("1e2"), 100},
+        {Val("&H1F"), 31},   {Val("&h41"), 65},  {Val("&HFFFF"), -1},  {Val("&H10000"), 65536}, {Val("&HFFFFFFFF"), -1},
+        {Val("&H0x1F"), 0},  {Val("&H4G"), 4},   {Val("&H"), 0},       {Val("12abc"), 12},      {Val(" 1 2"), 12},
+        {Val("-3.5"), -3.5}, {Val("abc"), 0},    {Val("&O17"), 15},    {Val("1e2"), 100},
     };
     for (const auto& r : reads) EXPECT_EQ(r.got, r.want) << "read " << &r - reads;
 }
