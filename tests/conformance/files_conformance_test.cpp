@@ -6,6 +6,7 @@
 #include <cstring>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "machine.h"
 
@@ -32,7 +33,8 @@ protected:
         ASSERT_TRUE(files.WriteWholeFile(In(name), contents)) << name;
     }
 
-    // Every entry a walk gives, by name; the order is not the program's concern.
+    // Every entry a walk gives, by name; the order is not the program's concern. Past the last
+    // entry the walk keeps saying no.
     std::map<std::string, FindData> Walk(const std::string& pattern) {
         std::map<std::string, FindData> entries;
         FindData data;
@@ -41,6 +43,7 @@ protected:
         do {
             EXPECT_TRUE(entries.emplace(data.fileName, data).second) << "twice: " << data.fileName;
         } while (files.FindNextFileA(handle, &data));
+        EXPECT_EQ(files.FindNextFileA(handle, &data), 0);
         EXPECT_NE(files.FindClose(handle), 0);
         return entries;
     }
@@ -58,8 +61,9 @@ protected:
     }
 };
 
-// A walk gives every entry once, dots and folders included, with attributes and sizes.
-TEST_F(FilesConformance, WalksGiveEveryEntryOnceAndPatternsMatchNamesWithoutRegardToCase) {
+// A walk gives every entry once, dots and folders included, with attributes and sizes; patterns
+// match names without regard to case.
+TEST_F(FilesConformance, WalksPatternsAndAttributes) {
     for (const char* name : {"a.txt", "ab.txt", "abc.txt", "File.TXT", "Long Name.text", "x.lnk"}) Put(name);
     Put("noext", "12345");
     machine->AddFileAttributes(In("noext"), kAttrHidden | kAttrSystem);
@@ -82,44 +86,25 @@ TEST_F(FilesConformance, WalksGiveEveryEntryOnceAndPatternsMatchNamesWithoutRega
         {"file.txt", {"File.TXT"}},                      {"a.txt.", {"a.txt"}},   {"noext.*", {"noext"}},
         {"*.t*", {"a.txt", "ab.txt", "abc.txt", "File.TXT", "Long Name.text"}},
         {"n*.*", {"noext"}},  {"*.lnk", {"x.lnk"}},      {"sub", {"Sub"}},        {"*.tx", {}},     {"zz*", {}},
+        {"zz.txt", {}},       {"missing\\*", {}},        {"", {}},
     };
     for (const auto& [pattern, expected] : cases) EXPECT_EQ(Names(In(pattern)), expected) << pattern;
-}
-
-TEST_F(FilesConformance, WalksOfNothingOfAFolderAndOfTheDriveRoot) {
-    Put("a.txt");
-    for (const std::string& pattern : {In("zz.txt"), In("missing\\*"), scratch + "\\"}) {
-        FindData data;
-        EXPECT_EQ(files.FindFirstFileA(pattern.c_str(), &data), kInvalidFindHandle) << pattern;
-    }
-    // A folder path without a pattern finds the folder itself.
-    const auto entries = Walk(scratch);
-    ASSERT_EQ(entries.size(), 1u);
-    EXPECT_EQ(entries.begin()->first, "tessmark-test");
-    EXPECT_TRUE(entries.begin()->second.attributes & kAttrDirectory);
-    // The drive's root has no dot entries.
+    // A folder path without a pattern finds the folder itself; the drive's root has no dot entries.
+    const auto folder = Walk(scratch);
+    EXPECT_EQ(folder.size(), 1u);
+    EXPECT_TRUE(folder.at("tessmark-test").attributes & kAttrDirectory);
     const auto names = Names("C:\\*");
     EXPECT_FALSE(names.count(".") || names.count(".."));
     EXPECT_TRUE(names.count("windows") && names.count("Program Files"));
-    // FindNext keeps saying no after the last entry.
-    FindData data;
-    const platform::FindHandle handle = files.FindFirstFileA(In("a.txt").c_str(), &data);
-    ASSERT_NE(handle, kInvalidFindHandle);
-    EXPECT_EQ(files.FindNextFileA(handle, &data), 0);
-    EXPECT_EQ(files.FindNextFileA(handle, &data), 0);
-    EXPECT_NE(files.FindClose(handle), 0);
-}
 
-TEST_F(FilesConformance, AttributesAndExistenceTellFilesFromFoldersAndMissingPaths) {
-    Put("a.txt");
-    ASSERT_TRUE(files.MkDir(In("Sub")));
+    // Attributes and existence tell files from folders and missing paths.
     enum Kind { File, Folder, Missing };
-    const std::pair<std::string, Kind> cases[] = {
+    const std::pair<std::string, Kind> kinds[] = {
         {In("a.txt"), File},   {In("A.TXT"), File},      {In("Sub\\..\\a.txt"), File}, {In("Sub"), Folder},
         {In("sub\\"), Folder}, {"C:\\", Folder},         {In("a.txt\\"), Missing},    {In("nope.txt"), Missing},
         {"", Missing},         {In("a*.txt"), Missing},
     };
-    for (const auto& [path, kind] : cases) {
+    for (const auto& [path, kind] : kinds) {
         const std::uint32_t attributes = files.GetFileAttributesA(path.c_str());
         EXPECT_EQ(attributes == kInvalidFileAttributes ? Missing : attributes & kAttrDirectory ? Folder : File, kind)
             << path;
@@ -128,94 +113,64 @@ TEST_F(FilesConformance, AttributesAndExistenceTellFilesFromFoldersAndMissingPat
     }
 }
 
+// Absolute paths are made canonical; relative ones are completed from the current folder.
 TEST_F(FilesConformance, FullPathNameCanonicalisesAbsolutePathsAndCompletesRelativeOnes) {
-    const std::pair<const char*, const char*> cases[] = {
+    const std::string current = FullPath("."), parent = current.substr(0, current.rfind('\\'));
+    ASSERT_GT(current.size(), 3u) << "the current folder is expected below a drive's root";
+    ASSERT_EQ(current.substr(1, 2), ":\\");
+    const std::pair<const char*, std::string> cases[] = {
         {"C:\\a\\..\\b", "C:\\b"},   {"C:\\a\\.\\b\\", "C:\\a\\b\\"}, {"C:\\a\\b\\..\\..\\..\\c", "C:\\c"},
         {"C:\\a/b", "C:\\a\\b"},      {"C:\\a\\\\b", "C:\\a\\b"},   {"C:\\a\\b.", "C:\\a\\b"},
         {"C:\\a\\b. .", "C:\\a\\b"}, {"C:\\a\\...", "C:\\a\\"},    {"c:\\Mixed\\Case", "c:\\Mixed\\Case"},
-        {"C:\\", "C:\\"},
+        {"C:\\", "C:\\"},             {"foo", current + "\\foo"},  {".\\foo\\..\\bar", current + "\\bar"},
+        {"\\foo", current.substr(0, 2) + "\\foo"}, {"..", parent.size() > 2 ? parent : parent + "\\"},
     };
     for (const auto& [path, expected] : cases) EXPECT_EQ(FullPath(path), expected) << path;
-    // Relative paths are completed from the current folder.
-    const std::string current = FullPath(".");
-    ASSERT_GT(current.size(), 3u) << "the current folder is expected below a drive's root";
-    ASSERT_EQ(current.substr(1, 2), ":\\");
-    EXPECT_EQ(FullPath("foo"), current + "\\foo");
-    EXPECT_EQ(FullPath(".\\foo\\..\\bar"), current + "\\bar");
-    EXPECT_EQ(FullPath(".."), current.substr(0, std::max<std::size_t>(current.rfind('\\'), 3)));
-    EXPECT_EQ(FullPath("\\foo"), current.substr(0, 2) + "\\foo");
-}
-
-TEST_F(FilesConformance, FullPathNameReportsTheSizeNeededWhenTheBufferIsShort) {
+    // A short buffer gets the size needed, NUL included, and nothing written.
+    using namespace std::string_literals;
     char buffer[8];
-    const struct {
-        std::uint32_t bufferLength;
-        std::uint32_t result;
-        bool written;
-    } cases[] = {{8, 4, true}, {5, 4, true}, {4, 5, false}, {1, 5, false}};
-    for (const auto& c : cases) {
+    const std::tuple<std::uint32_t, std::uint32_t, std::string> sizes[] = {
+        {8, 4, "C:\\x\0"s}, {5, 4, "C:\\x\0"s}, {4, 5, "#"}, {1, 5, "#"}};
+    for (const auto& [bufferLength, result, written] : sizes) {
         std::memset(buffer, '#', sizeof buffer);
-        EXPECT_EQ(files.GetFullPathNameA("C:\\x", c.bufferLength, buffer), c.result) << c.bufferLength;
-        if (c.written)
-            EXPECT_STREQ(buffer, "C:\\x");
-        else
-            EXPECT_EQ(buffer[0], '#') << c.bufferLength;
+        EXPECT_EQ(files.GetFullPathNameA("C:\\x", bufferLength, buffer), result) << bufferLength;
+        EXPECT_EQ(std::string(buffer, written.size()), written) << bufferLength;
     }
     EXPECT_EQ(files.GetFullPathNameA("C:\\x", 0, nullptr), 5u);
     EXPECT_EQ(files.GetFullPathNameA("", sizeof buffer, buffer), 0u);
 }
 
-TEST_F(FilesConformance, MkDirMakesOneNewFolderUnderAnExistingOne) {
-    Put("a.txt");
-    const std::pair<std::string, bool> cases[] = {
-        {In("New"), true},  {In("New"), false},    {In("new"), false},       {In("Deep\\Er"), false},
-        {In("a.txt"), false}, {In("Slash\\"), true}, {In("New\\Inner"), true},
-    };
-    for (const auto& [path, made] : cases) EXPECT_EQ(files.MkDir(path), made) << path;
-    for (const char* folder : {"New", "Slash", "New\\Inner"}) EXPECT_TRUE(files.FolderExists(In(folder))) << folder;
-    EXPECT_FALSE(files.FolderExists(In("Deep")));
-    EXPECT_TRUE(files.FileExists(In("a.txt")));
-}
-
-TEST_F(FilesConformance, KillDeletesOnlyWritableFiles) {
+// Only a new folder under an existing one is made, and only a writable file is deleted. A whole
+// file write replaces the file whatever the case of the name, which keeps its first spelling.
+TEST_F(FilesConformance, FoldersAndWholeFiles) {
     Put("a.txt");
     Put("locked.txt");
     machine->AddFileAttributes(In("locked.txt"), kAttrReadOnly);
-    ASSERT_TRUE(files.MkDir(In("Sub")));
+    const std::pair<std::string, bool> folders[] = {
+        {In("New"), true},    {In("New"), false},    {In("new"), false},       {In("Deep\\Er"), false},
+        {In("a.txt"), false}, {In("Slash\\"), true}, {In("New\\Inner"), true},
+    };
+    for (const auto& [path, made] : folders) EXPECT_EQ(files.MkDir(path), made) << path;
+    const std::pair<std::string, bool> kills[] = {
+        {In("A.TXT"), true}, {In("a.txt"), false}, {In("New\\Inner"), false}, {In("locked.txt"), false}};
+    for (const auto& [path, killed] : kills) EXPECT_EQ(files.Kill(path), killed) << path;
+    for (const char* folder : {"New", "Slash", "New\\Inner"}) EXPECT_TRUE(files.FolderExists(In(folder))) << folder;
+    EXPECT_FALSE(files.FolderExists(In("Deep")));
 
-    EXPECT_TRUE(files.Kill(In("A.TXT")));
-    EXPECT_FALSE(files.FileExists(In("a.txt")));
-    EXPECT_FALSE(files.Kill(In("a.txt")));
-    EXPECT_FALSE(files.Kill(In("Sub")));
-    EXPECT_TRUE(files.FolderExists(In("Sub")));
-    EXPECT_FALSE(files.Kill(In("locked.txt")));
-    EXPECT_TRUE(files.FileExists(In("locked.txt")));
-}
-
-TEST_F(FilesConformance, WholeFileWritesReplaceAndReadBackEveryByte) {
     const std::string binary("line one\r\n\0zero\xff\r\nend", 22);
+    const std::tuple<const char*, const char*, std::string> writes[] = {
+        {"data.bin", "DATA.BIN", binary}, {"DATA.BIN", "data.bin", "short"}, {"empty", "empty", ""}};
     std::string read;
-    ASSERT_TRUE(files.WriteWholeFile(In("data.bin"), binary));
-    ASSERT_TRUE(files.ReadWholeFile(In("data.bin"), &read));
-    EXPECT_EQ(read, binary);
-
-    ASSERT_TRUE(files.WriteWholeFile(In("DATA.BIN"), "short"));
-    ASSERT_TRUE(files.ReadWholeFile(In("data.bin"), &read));
-    EXPECT_EQ(read, "short");
-
-    ASSERT_TRUE(files.WriteWholeFile(In("empty"), ""));
-    ASSERT_TRUE(files.ReadWholeFile(In("empty"), &read));
-    EXPECT_EQ(read, "");
-
-    EXPECT_EQ(Names(In("*")), (std::set<std::string>{".", "..", "data.bin", "empty"})) << "nothing left beside";
-
-    ASSERT_TRUE(files.MkDir(In("Sub")));
-    read = "untouched";
+    for (const auto& [writtenAs, readAs, contents] : writes) {
+        ASSERT_TRUE(files.WriteWholeFile(In(writtenAs), contents)) << writtenAs;
+        ASSERT_TRUE(files.ReadWholeFile(In(readAs), &read)) << readAs;
+        EXPECT_EQ(read, contents) << readAs;
+    }
     EXPECT_FALSE(files.ReadWholeFile(In("none.txt"), &read));
-    EXPECT_FALSE(files.ReadWholeFile(In("Sub"), &read));
+    EXPECT_FALSE(files.ReadWholeFile(In("New"), &read));
     EXPECT_FALSE(files.WriteWholeFile(In("Missing\\a.txt"), "x"));
-    EXPECT_FALSE(files.WriteWholeFile(In("Sub"), "x"));
-    EXPECT_TRUE(files.FolderExists(In("Sub")));
+    EXPECT_FALSE(files.WriteWholeFile(In("New"), "x"));
+    EXPECT_EQ(Names(In("*")), (std::set<std::string>{".", "..", "locked.txt", "New", "Slash", "data.bin", "empty"}));
 }
 
 TEST_F(FilesConformance, EnvironmentNamesIgnoreCase) {

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "machine.h"
@@ -25,36 +26,31 @@ protected:
     }
 
     RegHandle Root() const { return GetParam(); }
-    static std::string Path(const std::string& sub) { return sub.empty() ? kScratchKey : kScratchKey + ("\\" + sub); }
 
-    // Creates a key below the scratch key; the handle is closed after the test.
-    RegHandle Create(const std::string& sub = "") {
+    // Creates a key below the scratch key, or below parent; the handle is closed after the test.
+    RegHandle Create(const std::string& sub = "", RegHandle parent = 0) {
+        const std::string path = parent ? sub : kScratchKey + (sub.empty() ? "" : "\\" + sub);
         RegHandle h = 0;
-        EXPECT_EQ(registry.RegCreateKeyA(Root(), Path(sub).c_str(), &h), reg::kSuccess) << sub;
-        return Keep(h);
-    }
-    RegHandle CreateUnder(RegHandle parent, const std::string& name) {
-        RegHandle h = 0;
-        EXPECT_EQ(registry.RegCreateKeyA(parent, name.c_str(), &h), reg::kSuccess) << name;
+        EXPECT_EQ(registry.RegCreateKeyA(parent ? parent : Root(), path.c_str(), &h), reg::kSuccess) << path;
         return Keep(h);
     }
     RegHandle Keep(RegHandle h) {
         open_.push_back(h);
         return h;
     }
-    // Counts as given; the string keeps its own terminator behind the counted bytes.
-    void Set(RegHandle h, const char* name, std::uint32_t type, const std::string& data) {
-        Set(h, name, type, data, static_cast<std::uint32_t>(data.size()));
-    }
-    void Set(RegHandle h, const char* name, std::uint32_t type, const std::string& data, std::uint32_t count) {
+    // Counts the whole string unless told; the string keeps its own terminator behind the counted bytes.
+    void Set(RegHandle h, const char* name, std::uint32_t type, const std::string& data, std::uint32_t count = ~0u) {
+        count = count == ~0u ? static_cast<std::uint32_t>(data.size()) : count;
         ASSERT_EQ(registry.RegSetValueExA(h, name, type, Bytes(data), count), reg::kSuccess);
     }
-    // Reads a whole value, its length as the call reports it.
-    std::string Query(RegHandle h, const char* name, std::uint32_t* type = nullptr) {
-        std::string buffer(2048, '#');
-        std::uint32_t length = static_cast<std::uint32_t>(buffer.size());
-        EXPECT_EQ(registry.RegQueryValueExA(h, name, type, Bytes(buffer), &length), reg::kSuccess) << name;
-        return buffer.substr(0, length);
+    // A query offering length bytes of a buffer of the given size, none for 0: the code, the type
+    // and length reported, and the buffer.
+    using Queried = std::tuple<std::int32_t, std::uint32_t, std::uint32_t, std::string>;
+    Queried Query(RegHandle h, const char* name, std::uint32_t size, std::uint32_t length) {
+        std::string buffer(size, '#');
+        std::uint32_t type = 9;
+        const std::int32_t rc = registry.RegQueryValueExA(h, name, &type, size ? Bytes(buffer) : nullptr, &length);
+        return {rc, type, length, buffer};
     }
 
     // The codes of the calls a key handle serves, in this order: query a value,
@@ -69,17 +65,16 @@ protected:
                 registry.RegSetValueExA(h, "w", reg::kSz, Bytes(std::string("y")), 1),
                 registry.RegDeleteValueA(h, "w")};
     }
-    // One value enumerated into buffers of the given sizes; the data buffer has a guard byte behind.
-    struct Enumerated {
-        std::int32_t rc;
-        std::string name, data;
-        std::uint32_t nameLength, dataLength, type = 0;
-    };
-    Enumerated EnumValue(RegHandle key, std::uint32_t index, std::uint32_t nameBuffer = 261,
-                         std::uint32_t dataBuffer = 255) {
-        Enumerated e{0, std::string(nameBuffer, ' '), std::string(dataBuffer + 1, '#'), nameBuffer, dataBuffer};
-        e.rc = registry.RegEnumValueA(key, index, e.name.data(), &e.nameLength, &e.type, Bytes(e.data), &e.dataLength);
-        return e;
+    // One value enumerated into buffers of the given sizes, the data buffer with a guard byte behind:
+    // the code, the type, the name buffer and the length reported, the data buffer and its length.
+    using Enumerated = std::tuple<std::int32_t, std::uint32_t, std::string, std::uint32_t, std::string, std::uint32_t>;
+    Enumerated EnumValue(RegHandle key, std::uint32_t index, std::uint32_t nameLength = 261,
+                         std::uint32_t dataLength = 255) {
+        std::string name(nameLength, ' '), data(dataLength + 1, '#');
+        std::uint32_t type = 0;
+        const std::int32_t rc =
+            registry.RegEnumValueA(key, index, name.data(), &nameLength, &type, Bytes(data), &dataLength);
+        return {rc, type, name, nameLength, data, dataLength};
     }
 
     std::unique_ptr<TestMachine> machine = MakeTestMachine();
@@ -89,67 +84,64 @@ private:
     std::vector<RegHandle> open_;
 };
 
-TEST_P(RegistryConformance, OpeningWithoutSubkey) {
-    const RegHandle key = Create();
-    RegHandle h = 0;
-    // RegOpenKeyA hands back the very handle, for a root as for any key.
-    EXPECT_EQ(registry.RegOpenKeyA(key, "", &h), reg::kSuccess);
-    EXPECT_EQ(h, key);
-    EXPECT_EQ(registry.RegOpenKeyA(key, nullptr, &h), reg::kSuccess);
-    EXPECT_EQ(h, key);
-    EXPECT_EQ(registry.RegOpenKeyA(Root(), "", &h), reg::kSuccess);
-    EXPECT_EQ(h, Root());
-    // RegOpenKeyExA gives a root back as itself, and a new handle to any other key.
-    EXPECT_EQ(registry.RegOpenKeyExA(Root(), "", 0, reg::kRead, &h), reg::kSuccess);
-    EXPECT_EQ(h, Root());
-    ASSERT_EQ(registry.RegOpenKeyExA(key, "", 0, reg::kRead, &h), reg::kSuccess);
-    Keep(h);
-    EXPECT_NE(h, key);
-    EXPECT_NE(h, 0u);
-}
-
-TEST_P(RegistryConformance, SubkeyTextForms) {
+// Without a subkey RegOpenKeyA hands back the very handle, for a root as for any key; RegOpenKeyExA
+// gives a root back as itself, and a new handle to any other key. A missing key gives handle 0.
+TEST_P(RegistryConformance, OpeningAndCreatingBySubkeyText) {
     const RegHandle key = Create();
     Create("A\\B");
-    struct Case {
-        std::string subKey;
-        std::int32_t open, create;
+    const std::tuple<bool, RegHandle, const char*, bool> opens[] = {
+        {false, key, "", true}, {false, key, nullptr, true}, {false, Root(), "", true},
+        {true, Root(), "", true}, {true, key, "", false},
     };
-    const Case cases[] = {
-        {"Missing", reg::kFileNotFound, reg::kSuccess},
-        {"A\\", reg::kSuccess, reg::kSuccess},
-        {"A\\\\B", reg::kSuccess, reg::kSuccess},
-        {"a\\b\\", reg::kSuccess, reg::kSuccess},
-        {"\\A", 161, 161},
-        {std::string(256, 'k'), reg::kFileNotFound, reg::kSuccess},
+    for (const auto& [extended, parent, sub, same] : opens) {
+        RegHandle h = 0;
+        const std::int32_t rc = extended ? registry.RegOpenKeyExA(parent, sub, 0, reg::kRead, &h)
+                                         : registry.RegOpenKeyA(parent, sub, &h);
+        ASSERT_EQ(rc, reg::kSuccess);
+        EXPECT_EQ(h == parent, same) << extended << ' ' << parent;
+        EXPECT_NE(h, 0u);
+        if (!same) Keep(h);
+    }
+    const std::tuple<std::string, std::int32_t, std::int32_t> cases[] = {
+        {"Missing", reg::kFileNotFound, reg::kSuccess}, {"A\\", reg::kSuccess, reg::kSuccess},
+        {"A\\\\B", reg::kSuccess, reg::kSuccess},         {"a\\b\\", reg::kSuccess, reg::kSuccess},
+        {"\\A", 161, 161},                              {std::string(256, 'k'), reg::kFileNotFound, reg::kSuccess},
         {std::string(257, 'k'), reg::kInvalidParameter, reg::kInvalidParameter},
         {std::string(240, 'p') + "\\" + std::string(19, 'q'), reg::kFileNotFound, reg::kSuccess},
         {std::string(240, 'p') + "\\" + std::string(20, 'q'), reg::kMoreData, reg::kMoreData},
     };
-    // A missing key gives handle 0, by either call.
     RegHandle h = 0x1234;
     EXPECT_EQ(registry.RegOpenKeyA(key, "Missing", &h), reg::kFileNotFound);
     EXPECT_EQ(h, 0u);
-    for (const Case& c : cases) {
+    for (const auto& [subKey, open, create] : cases) {
         h = 0x1234;
-        EXPECT_EQ(registry.RegOpenKeyExA(key, c.subKey.c_str(), 0, reg::kRead, &h), c.open) << c.subKey;
-        if (c.open == reg::kFileNotFound) EXPECT_EQ(h, 0u) << c.subKey;
-        if (c.open == reg::kSuccess) Keep(h);
+        EXPECT_EQ(registry.RegOpenKeyExA(key, subKey.c_str(), 0, reg::kRead, &h), open) << subKey;
+        EXPECT_TRUE(open != reg::kFileNotFound || h == 0) << subKey;
+        if (open == reg::kSuccess) Keep(h);
         h = 0;
-        EXPECT_EQ(registry.RegCreateKeyA(key, c.subKey.c_str(), &h), c.create) << c.subKey;
+        EXPECT_EQ(registry.RegCreateKeyA(key, subKey.c_str(), &h), create) << subKey;
         if (h) Keep(h);
     }
 }
 
-TEST_P(RegistryConformance, ClosedAndUnknownHandlesGiveSix) {
-    Create();
-    RegHandle h = 0;
-    ASSERT_EQ(registry.RegOpenKeyExA(Root(), kScratchKey, 0, reg::kAllAccess, &h), reg::kSuccess);
-    EXPECT_EQ(registry.RegCloseKey(h), reg::kSuccess);
-    EXPECT_EQ(registry.RegCloseKey(h), reg::kInvalidHandle);
+// A handle serves the calls its access allows; a closed or unknown one serves none.
+TEST_P(RegistryConformance, HandlesServeTheCallsTheirAccessAllows) {
+    Set(Create(), "v", reg::kSz, "x");
+    Create("Sub");
+    const std::pair<std::uint32_t, std::vector<std::int32_t>> cases[] = {
+        {reg::kQueryValue, {0, 0, 5, 0, 5, 5}}, {reg::kRead, {0, 0, 0, 0, 5, 5}},
+        {reg::kWrite, {5, 5, 5, 0, 0, 0}},      {reg::kAllAccess, {0, 0, 0, 0, 0, 0}},
+    };
+    RegHandle closed = 0;
+    for (const auto& [access, codes] : cases) {
+        ASSERT_EQ(registry.RegOpenKeyExA(Root(), kScratchKey, 0, access, &closed), reg::kSuccess);
+        EXPECT_EQ(Calls(closed), codes) << access;
+        EXPECT_EQ(registry.RegCloseKey(closed), reg::kSuccess);
+    }
+    EXPECT_EQ(registry.RegCloseKey(closed), reg::kInvalidHandle);
     EXPECT_EQ(registry.RegCloseKey(Root()), reg::kSuccess);
     EXPECT_EQ(registry.RegCloseKey(0), reg::kInvalidHandle);
-    for (RegHandle bad : {RegHandle{0}, h}) {
+    for (RegHandle bad : {RegHandle{0}, closed}) {
         RegHandle result = 0;
         EXPECT_EQ(registry.RegOpenKeyExA(bad, "X", 0, reg::kRead, &result), reg::kInvalidHandle) << bad;
         EXPECT_EQ(registry.RegCreateKeyA(bad, "X", &result), reg::kInvalidHandle) << bad;
@@ -158,31 +150,17 @@ TEST_P(RegistryConformance, ClosedAndUnknownHandlesGiveSix) {
     }
 }
 
-TEST_P(RegistryConformance, HandleRightsFollowTheRequestedAccess) {
-    Set(Create(), "v", reg::kSz, "x");
-    Create("Sub");
-    const std::pair<std::uint32_t, std::vector<std::int32_t>> cases[] = {
-        {reg::kQueryValue, {0, 0, 5, 0, 5, 5}},
-        {reg::kRead, {0, 0, 0, 0, 5, 5}},
-        {reg::kWrite, {5, 5, 5, 0, 0, 0}},
-        {reg::kAllAccess, {0, 0, 0, 0, 0, 0}},
-    };
-    for (const auto& [access, codes] : cases) {
-        RegHandle h = 0;
-        ASSERT_EQ(registry.RegOpenKeyExA(Root(), kScratchKey, 0, access, &h), reg::kSuccess);
-        EXPECT_EQ(Calls(Keep(h)), codes) << access;
-    }
-}
-
 TEST_P(RegistryConformance, DeletingKeysAndValues) {
     const RegHandle key = Create();
     Create("Parent\\Child");
-    EXPECT_EQ(registry.RegDeleteKeyA(key, "Parent"), reg::kAccessDenied);
+    // Only a key without subkeys goes, and never a root.
+    const std::tuple<RegHandle, const char*, std::int32_t> keys[] = {
+        {key, "Parent", reg::kAccessDenied}, {key, "Missing", reg::kFileNotFound}, {Root(), "", reg::kAccessDenied},
+        {key, "PARENT\\child", reg::kSuccess}, {key, nullptr, reg::kInvalidParameter},
+    };
+    for (const auto& [parent, sub, rc] : keys)
+        EXPECT_EQ(registry.RegDeleteKeyA(parent, sub), rc) << (sub ? sub : "null");
     RegHandle h = 0;
-    EXPECT_EQ(registry.RegOpenKeyExA(key, "Parent", 0, reg::kRead, &h), reg::kSuccess);
-    EXPECT_EQ(registry.RegCloseKey(h), reg::kSuccess);
-    EXPECT_EQ(registry.RegDeleteKeyA(key, "Missing"), reg::kFileNotFound);
-    EXPECT_EQ(registry.RegDeleteKeyA(key, "PARENT\\child"), reg::kSuccess);
     EXPECT_EQ(registry.RegOpenKeyExA(key, "Parent\\Child", 0, reg::kRead, &h), reg::kFileNotFound);
     // A key deletes itself through its own handle; the handle then only closes.
     ASSERT_EQ(registry.RegOpenKeyExA(key, "Parent", 0, reg::kAllAccess, &h), reg::kSuccess);
@@ -192,217 +170,123 @@ TEST_P(RegistryConformance, DeletingKeysAndValues) {
     EXPECT_EQ(registry.RegSetValueExA(h, "v", reg::kSz, Bytes(std::string("x")), 1), 1018);
     EXPECT_EQ(registry.RegCloseKey(h), reg::kSuccess);
     EXPECT_EQ(registry.RegOpenKeyExA(key, "Parent", 0, reg::kRead, &h), reg::kFileNotFound);
-    // A root cannot be deleted.
-    EXPECT_EQ(registry.RegDeleteKeyA(Root(), ""), reg::kAccessDenied);
-    EXPECT_EQ(registry.RegDeleteKeyA(key, nullptr), reg::kInvalidParameter);
 
     Set(key, "Name", reg::kSz, "x");
     Set(key, nullptr, reg::kSz, "default");
-    EXPECT_EQ(registry.RegDeleteValueA(key, "missing"), reg::kFileNotFound);
-    EXPECT_EQ(registry.RegDeleteValueA(key, "NAME"), reg::kSuccess);
-    EXPECT_EQ(registry.RegDeleteValueA(key, "Name"), reg::kFileNotFound);
-    EXPECT_EQ(registry.RegDeleteValueA(key, ""), reg::kSuccess);
-    EXPECT_EQ(registry.RegDeleteValueA(key, nullptr), reg::kFileNotFound);
+    const std::pair<const char*, std::int32_t> values[] = {
+        {"missing", reg::kFileNotFound}, {"NAME", reg::kSuccess}, {"Name", reg::kFileNotFound},
+        {"", reg::kSuccess},             {nullptr, reg::kFileNotFound},
+    };
+    for (const auto& [name, rc] : values) EXPECT_EQ(registry.RegDeleteValueA(key, name), rc) << (name ? name : "null");
 }
 
 TEST_P(RegistryConformance, StoredLengthOfWrittenData) {
     const RegHandle key = Create();
     using namespace std::string_literals;
-    struct Case {
-        const char* name;
-        std::uint32_t type;
-        std::string data;  // what follows the counted bytes matters for strings
-        std::uint32_t count;
-        std::string stored;
-    };
-    const Case cases[] = {
+    std::string high;
+    for (int c = 0x80; c <= 0xFF; ++c) high += static_cast<char>(c);
+    // The null name and the empty one both stand for the default value.
+    Set(key, nullptr, reg::kSz, "first");
+    // Name, type, data (what follows the counted bytes matters for strings), count and what is stored.
+    const std::tuple<const char*, std::uint32_t, std::string, std::uint32_t, std::string> cases[] = {
         // The NUL the count leaves out is counted when it follows the text.
-        {"sz", reg::kSz, "abc"s, 3, "abc\0"s},
-        {"sz with nul", reg::kSz, "abc\0"s, 4, "abc\0"s},
-        {"sz unterminated", reg::kSz, "abcz"s, 3, "abc"s},
-        {"sz ending in nul", reg::kSz, "ab\0\0"s, 3, "ab\0"s},
-        {"sz empty", reg::kSz, ""s, 0, ""s},
-        {"expand", reg::kExpandSz, "%windir%"s, 8, "%windir%\0"s},
-        {"multi", reg::kMultiSz, "a\0b\0"s, 3, "a\0b\0"s},
-        {"binary", reg::kBinary, "abc"s, 3, "abc"s},
+        {"sz", reg::kSz, "abc"s, 3, "abc\0"s},                   {"sz with nul", reg::kSz, "abc\0"s, 4, "abc\0"s},
+        {"sz unterminated", reg::kSz, "abcz"s, 3, "abc"s},        {"sz ending in nul", reg::kSz, "ab\0\0"s, 3, "ab\0"s},
+        {"sz empty", reg::kSz, ""s, 0, ""s},                      {"multi", reg::kMultiSz, "a\0b\0"s, 3, "a\0b\0"s},
+        {"expand", reg::kExpandSz, "%windir%"s, 8, "%windir%\0"s}, {"binary", reg::kBinary, "abc"s, 3, "abc"s},
         {"dword", reg::kDword, "\x04\x03\x02\x01"s, 4, "\x04\x03\x02\x01"s},
         {"", reg::kSz, "default"s, 7, "default\0"s},
+        {"Caf\xE9 \xC4\xD6\xDC", reg::kSz, high, 128, high + '\0'},  // bytes beyond ASCII as they are
     };
     std::map<std::string, std::pair<std::uint32_t, std::string>> expected, seen;
-    for (const Case& c : cases) {
-        Set(key, c.name, c.type, c.data, c.count);
-        std::uint32_t type = 0;
-        EXPECT_EQ(Query(key, c.name, &type), c.stored) << c.name;
-        EXPECT_EQ(type, c.type) << c.name;
-        expected[c.name] = {c.type, c.stored};
+    for (const auto& [name, type, data, count, stored] : cases) {
+        Set(key, name, type, data, count);
+        const std::uint32_t size = static_cast<std::uint32_t>(stored.size());
+        EXPECT_EQ(Query(key, name, size, size), Queried(reg::kSuccess, type, size, stored)) << name;
+        expected[name] = {type, stored};
     }
-    // Enumeration gives every value once, with the same type and data.
+    EXPECT_EQ(Query(key, nullptr, 8, 8), Queried(reg::kSuccess, reg::kSz, 8, "default\0"s));
+    // A null buffer asks for the size; a missing value reports type 0 and keeps the length.
+    EXPECT_EQ(Query(key, "sz", 0, 1), Queried(reg::kSuccess, reg::kSz, 4, ""));
+    EXPECT_EQ(registry.RegQueryValueExA(key, "sz", nullptr, nullptr, nullptr), reg::kSuccess);
+    EXPECT_EQ(Query(key, "missing", 8, 8), Queried(reg::kFileNotFound, reg::kNone, 8, "########"));
+    // A string stored without its NUL gets one written behind it where there is room, not counted.
+    EXPECT_EQ(Query(key, "sz unterminated", 8, 8), Queried(reg::kSuccess, reg::kSz, 3, "abc\0####"s));
+    // Names ignore case and keep their first spelling. Enumeration gives every value once, with the
+    // same type and data; of the name buffer only the name and its NUL are written.
+    Set(key, "SZ", reg::kSz, "abc");
     for (std::uint32_t index = 0;; ++index) {
-        const Enumerated e = EnumValue(key, index);
-        if (e.rc == reg::kNoMoreItems) break;
-        ASSERT_EQ(e.rc, reg::kSuccess);
-        seen[e.name.substr(0, e.nameLength)] = {e.type, e.data.substr(0, e.dataLength)};
+        const auto [rc, type, nameBuffer, nameLength, data, dataLength] = EnumValue(key, index);
+        if (rc == reg::kNoMoreItems) break;
+        ASSERT_EQ(rc, reg::kSuccess);
+        const std::string name = nameBuffer.substr(0, nameLength);
+        EXPECT_EQ(nameBuffer, name + '\0' + std::string(260 - name.size(), ' '));
+        seen[name] = {type, data.substr(0, dataLength)};
     }
     EXPECT_EQ(seen, expected);
 }
 
-TEST_P(RegistryConformance, QueryingIntoBuffers) {
-    const RegHandle key = Create();
-    using namespace std::string_literals;
-    Set(key, "abc", reg::kSz, "abc");
-    Set(key, "unterminated", reg::kSz, "abcz"s, 3);
+// One value per key, so that order plays no part, read into buffers of the program's sizes by
+// enumeration and by query; bytes beyond ASCII count one each.
+TEST_P(RegistryConformance, ReadingValuesIntoFixedBuffers) {
     struct Case {
-        const char* name;
-        std::uint32_t type;
-        std::size_t size;      // bytes stored, a string's NUL included
-        std::uint32_t buffer;  // bytes offered
+        std::size_t name, data;  // lengths of the value's name and data, a string's NUL included
+        std::uint32_t type, nameBuffer, dataBuffer;
         std::int32_t rc;
     };
+    const std::uint32_t bin = reg::kBinary, sz = reg::kSz;
     const Case cases[] = {
-        {"bin 255", reg::kBinary, 255, 255, 0},     {"bin 256", reg::kBinary, 256, 255, 234},
-        {"bin 1024", reg::kBinary, 1024, 1024, 0},  {"bin 1025", reg::kBinary, 1025, 1024, 234},
-        {"sz 255", reg::kSz, 255, 255, 0},          {"sz 256", reg::kSz, 256, 255, 234},
-        {"sz 1024", reg::kSz, 1024, 1024, 0},       {"sz 1025", reg::kSz, 1025, 1024, 234},
+        {255, 10, bin, 261, 255, 0},    {256, 10, bin, 261, 255, 0},    {260, 10, bin, 261, 255, 0},
+        {261, 10, bin, 261, 255, 234},  {254, 10, bin, 255, 255, 0},    {255, 10, bin, 255, 255, 234},
+        {256, 10, bin, 255, 255, 234},  {5, 255, bin, 261, 255, 0},     {5, 256, bin, 261, 255, 234},
+        {261, 256, bin, 261, 255, 234}, {5, 1024, bin, 261, 1024, 0},   {5, 1025, bin, 261, 1024, 234},
+        {5, 255, sz, 261, 255, 0},      {5, 256, sz, 261, 255, 234},    {5, 1024, sz, 261, 1024, 0},
+        {5, 1025, sz, 261, 1024, 234},
     };
     for (const Case& c : cases) {
-        const std::size_t text = c.type == reg::kSz ? c.size - 1 : c.size;
-        Set(key, c.name, c.type, std::string(text, 'd'));
-        std::string buffer(c.buffer + 1, '#');
-        std::uint32_t length = c.buffer, type = 0;
-        EXPECT_EQ(registry.RegQueryValueExA(key, c.name, &type, Bytes(buffer), &length), c.rc) << c.name;
-        // The length is the size of the value, also when it did not fit; then nothing is written.
-        EXPECT_EQ(length, c.size) << c.name;
-        EXPECT_EQ(type, c.type) << c.name;
-        std::string expected = c.rc ? std::string(c.buffer, '#') : std::string(text, 'd') + std::string(c.size - text, '\0');
-        expected.resize(c.buffer + 1, '#');
-        EXPECT_EQ(buffer, expected) << c.name;
-    }
-
-    // A null buffer asks for the size; a missing value reports type 0 and keeps the length.
-    std::uint32_t length = 1, type = 9;
-    EXPECT_EQ(registry.RegQueryValueExA(key, "abc", &type, nullptr, &length), reg::kSuccess);
-    EXPECT_EQ(length, 4u);
-    EXPECT_EQ(registry.RegQueryValueExA(key, "abc", nullptr, nullptr, nullptr), reg::kSuccess);
-    std::string buffer(8, '#');
-    length = 8;
-    EXPECT_EQ(registry.RegQueryValueExA(key, "missing", &type, Bytes(buffer), &length), reg::kFileNotFound);
-    EXPECT_EQ(type, reg::kNone);
-    EXPECT_EQ(length, 8u);
-    // A string stored without its NUL gets one written behind it where there is room, not counted.
-    EXPECT_EQ(registry.RegQueryValueExA(key, "unterminated", nullptr, Bytes(buffer), &length), reg::kSuccess);
-    EXPECT_EQ(length, 3u);
-    EXPECT_EQ(buffer, "abc\0####"s);
-}
-
-TEST_P(RegistryConformance, DefaultValueHasTheEmptyName) {
-    const RegHandle key = Create();
-    Set(key, nullptr, reg::kSz, "first");
-    Set(key, "", reg::kSz, "second");
-    EXPECT_EQ(Query(key, nullptr), std::string("second", 7));
-    EXPECT_EQ(Query(key, ""), std::string("second", 7));
-    const Enumerated e = EnumValue(key, 0);
-    ASSERT_EQ(e.rc, reg::kSuccess);
-    EXPECT_EQ(e.nameLength, 0u);
-    EXPECT_EQ(e.name, std::string(1, '\0') + std::string(260, ' '));
-}
-
-TEST_P(RegistryConformance, NamesIgnoreCaseAndKeepTheFirstSpelling) {
-    const RegHandle key = Create();
-    Create("Foo");
-    Create("FOO\\Bar");
-    Set(key, "Val", reg::kSz, "1");
-    Set(key, "VAL", reg::kSz, "2");
-    std::uint32_t subKeys = 0, values = 0;
-    ASSERT_EQ(registry.RegQueryInfoKeyA(key, &subKeys, &values), reg::kSuccess);
-    EXPECT_EQ(subKeys, 1u);
-    EXPECT_EQ(values, 1u);
-    char name[32];
-    std::uint32_t length = sizeof name;
-    ASSERT_EQ(registry.RegEnumKeyExA(key, 0, name, &length), reg::kSuccess);
-    EXPECT_EQ(std::string(name, length), "Foo");
-    const Enumerated e = EnumValue(key, 0);
-    ASSERT_EQ(e.rc, reg::kSuccess);
-    EXPECT_EQ(e.name.substr(0, e.nameLength) + "=" + e.data.substr(0, e.dataLength), std::string("Val=2", 6));
-}
-
-// One value per key, so that order plays no part.
-TEST_P(RegistryConformance, EnumeratingValuesIntoFixedBuffers) {
-    struct Case {
-        std::size_t name, data;          // lengths of the value's name and binary data
-        std::uint32_t nameBuffer, dataBuffer;
-        std::int32_t rc;
-    };
-    const Case cases[] = {
-        {255, 10, 261, 255, 0},   {256, 10, 261, 255, 0},    {260, 10, 261, 255, 0},
-        {261, 10, 261, 255, 234}, {254, 10, 255, 255, 0},    {255, 10, 255, 255, 234},
-        {256, 10, 255, 255, 234}, {5, 255, 261, 255, 0},     {5, 256, 261, 255, 234},
-        {261, 256, 261, 255, 234}, {5, 1024, 261, 1024, 0},  {5, 1025, 261, 1024, 234},
-    };
-    int n = 0;
-    for (const Case& c : cases) {
-        const std::string label = std::to_string(c.name) + "/" + std::to_string(c.data) + " into " +
-                                  std::to_string(c.nameBuffer) + "/" + std::to_string(c.dataBuffer);
-        const RegHandle key = Create("Case" + std::to_string(n++));
-        Set(key, std::string(c.name, 'n').c_str(), reg::kBinary, std::string(c.data, 'd'));
-        const Enumerated e = EnumValue(key, 0, c.nameBuffer, c.dataBuffer);
-        EXPECT_EQ(e.rc, c.rc) << label;
-        EXPECT_EQ(e.type, reg::kBinary) << label;
-        EXPECT_EQ(e.dataLength, c.data) << label;
-        // Data that doesn't fit stops everything: neither buffer is touched.
-        const bool dataFits = c.data <= c.dataBuffer;
-        std::string expectedData = dataFits ? std::string(c.data, 'd') : "";
+        const std::string label = "Case" + std::to_string(&c - cases);
+        const RegHandle key = Create(label);
+        const std::string name(c.name, '\xC4');
+        std::string data(c.data, '\xE9');
+        if (c.type == sz) data.back() = '\0';
+        Set(key, name.c_str(), c.type, data);
+        // Data that doesn't fit stops everything: neither buffer is touched, only the data's length is
+        // told. A name too long is cut to fill the buffer with its NUL; its length stays.
+        const bool dataFits = c.data <= c.dataBuffer, nameFits = c.name < c.nameBuffer;
+        std::string expectedData = dataFits ? data : "", expectedName;
+        if (dataFits) expectedName = name.substr(0, nameFits ? c.name : c.nameBuffer - 1) + '\0';
         expectedData.resize(c.dataBuffer + 1, '#');
-        EXPECT_EQ(e.data, expectedData) << label;
-        // A name too long is cut to fill the buffer with its NUL; its length stays.
-        const bool nameFits = c.name < c.nameBuffer;
-        std::string expectedName;
-        if (dataFits) expectedName = std::string(nameFits ? c.name : c.nameBuffer - 1, 'n') + '\0';
         expectedName.resize(c.nameBuffer, ' ');
-        EXPECT_EQ(e.name, expectedName) << label;
-        EXPECT_EQ(e.nameLength, dataFits && nameFits ? c.name : c.nameBuffer) << label;
+        const auto size = static_cast<std::uint32_t>(c.data);
+        const auto nameLength = static_cast<std::uint32_t>(dataFits && nameFits ? c.name : c.nameBuffer);
+        EXPECT_EQ(EnumValue(key, 0, c.nameBuffer, c.dataBuffer),
+                  Enumerated(c.rc, c.type, expectedName, nameLength, expectedData, size))
+            << label;
+        EXPECT_EQ(Query(key, name.c_str(), c.dataBuffer + 1, c.dataBuffer),
+                  Queried(dataFits ? 0 : 234, c.type, size, expectedData))
+            << label;
     }
 }
 
-TEST_P(RegistryConformance, TextsBeyondAsciiKeepTheirBytesAndCountOneByteEach) {
-    std::string high;
-    for (int c = 0x80; c <= 0xFF; ++c) high += static_cast<char>(c);
-    const RegHandle key = Create("Ansi");
-    const std::string name = "Caf\xE9 \xC4\xD6\xDC";
-    Set(key, name.c_str(), reg::kSz, high + '\0');
-    EXPECT_EQ(Query(key, name.c_str()), high + '\0');
-    // 254 characters and the NUL fill the 255-byte data buffer of the enumeration; one more does not.
-    for (std::size_t length : {254u, 255u}) {
-        const RegHandle one = Create("Ansi" + std::to_string(length));
-        Set(one, name.c_str(), reg::kSz, std::string(length, '\xE9') + '\0');
-        const Enumerated e = EnumValue(one, 0);
-        EXPECT_EQ(e.rc, length == 254 ? 0 : 234);
-        EXPECT_EQ(e.dataLength, length + 1);
-        if (length == 254) EXPECT_EQ(e.name.substr(0, e.nameLength + 1), name + '\0');
-    }
-}
-
+// Names ignore case and keep their first spelling. The buffer must hold the NUL too; a name that
+// doesn't fit leaves buffer and length alone.
 TEST_P(RegistryConformance, EnumeratingKeysIntoFixedBuffers) {
-    struct Case {
-        std::size_t name;
-        std::uint32_t buffer;
-        std::int32_t rc;
-    };
-    // The buffer must hold the NUL too; a name that doesn't fit leaves buffer and length alone.
-    const Case cases[] = {{254, 255, 0}, {255, 255, 234}, {255, 256, 0}, {256, 256, 234}, {256, 261, 0}};
-    int n = 0;
-    for (const Case& c : cases) {
-        const std::string parent = "Case" + std::to_string(n++);
-        const RegHandle key = Create(parent);
-        CreateUnder(key, std::string(c.name, 'k'));
-        std::string name(c.buffer, ' ');
-        std::uint32_t length = c.buffer;
-        EXPECT_EQ(registry.RegEnumKeyExA(key, 0, name.data(), &length), c.rc) << c.name << " into " << c.buffer;
-        std::string expected = c.rc ? "" : std::string(c.name, 'k') + '\0';
-        expected.resize(c.buffer, ' ');
-        EXPECT_EQ(name, expected) << c.name << " into " << c.buffer;
-        EXPECT_EQ(length, c.rc ? c.buffer : c.name) << c.name << " into " << c.buffer;
-        length = c.buffer;
-        EXPECT_EQ(registry.RegEnumKeyExA(key, 1, name.data(), &length), reg::kNoMoreItems);
+    const std::tuple<std::size_t, std::uint32_t, std::int32_t> cases[] = {
+        {254, 255, 0}, {255, 255, 234}, {255, 256, 0}, {256, 256, 234}, {256, 261, 0}};
+    for (const auto& [size, buffer, rc] : cases) {
+        const std::string label = std::to_string(size) + " into " + std::to_string(buffer);
+        const RegHandle key = Create(label);
+        Create(std::string(size, 'k'), key);
+        Create(std::string(size, 'K'), key);
+        std::string name(buffer, ' ');
+        std::uint32_t length = buffer;
+        EXPECT_EQ(registry.RegEnumKeyExA(key, 0, name.data(), &length), rc) << label;
+        std::string expected = rc ? "" : std::string(size, 'k') + '\0';
+        expected.resize(buffer, ' ');
+        EXPECT_EQ(name, expected) << label;
+        EXPECT_EQ(length, rc ? buffer : size) << label;
+        length = buffer;
+        EXPECT_EQ(registry.RegEnumKeyExA(key, 1, name.data(), &length), reg::kNoMoreItems) << label;
     }
 }
 

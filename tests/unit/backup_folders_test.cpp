@@ -15,12 +15,9 @@ namespace {
 TEST(BackupFolders, MakesOnlyTheMissingLevels) {
     const string full = "C:\\data\\Quillon\\Tessmark\\RegistryBackUps";
     struct Case { string appData, folder, file; bool raises; } cases[] = {
-        {"C:\\data", "C:\\data", "", false},
-        {"C:\\data", "C:\\data\\Quillon", "", false},
-        {"C:\\data", "C:\\data\\Quillon\\Tessmark", "", false},
-        {"C:\\data", full, "", false},
-        {"C:\\data", "C:\\data", full, false},
-        {"Q:\\nowhere", "C:\\data", "", true},
+        {"C:\\data", "C:\\data", "", false},         {"C:\\data", "C:\\data\\Quillon", "", false},
+        {"C:\\data", "C:\\data\\Quillon\\Tessmark", "", false}, {"C:\\data", full, "", false},
+        {"C:\\data", "C:\\data", full, false},       {"Q:\\nowhere", "C:\\data", "", true},
     };
     for (const auto& c : cases) {
         tessmark::platform::memory::MemoryDisk disk;
@@ -30,15 +27,11 @@ TEST(BackupFolders, MakesOnlyTheMissingLevels) {
         disk.AddFolder(c.folder);
         if (!c.file.empty()) disk.AddFile(c.file, "a file");
         tessmark::registry::AdvRegistryAccess objReg(registry, disk, ui);
-        const bool raised = [&] {
-            try {
-                tessmark::safety::BackupRegistry(objReg, disk);
-                return false;
-            } catch (const tessmark::vb::VbError&) {
-                return true;
-            }
-        }();
-        EXPECT_EQ(raised, c.raises) << c.folder << ' ' << c.file;
+        if (c.raises) {
+            EXPECT_THROW(tessmark::safety::BackupRegistry(objReg, disk), tessmark::vb::VbError) << c.appData;
+        } else {
+            EXPECT_NO_THROW(tessmark::safety::BackupRegistry(objReg, disk)) << c.folder << ' ' << c.file;
+        }
         EXPECT_EQ(disk.FileExists(full + "\\RegRunServicesOnce.reg"), !c.raises && c.file.empty()) << c.folder;
     }
 }

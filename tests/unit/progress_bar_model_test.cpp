@@ -12,17 +12,15 @@ using namespace tessmark::ui;
 namespace {
 
 TEST(ProgressBarModel, ShadesAndBlends) {
-    struct Case { Colour colour; long amount; Colour shifted; } shifts[] = {
-        {0x000000, 100, 0x646464}, {0xFFFFFF, 150, 0xFFFFFF}, {0x804020, 0, 0x804020},
-        {0x804020, 255, 0xFFFFFF}, {0x0000FF, 180, 0xB4B4FF},
+    struct Case { Colour got, want; } cases[] = {
+        {ShiftColor(0x000000, 100), 0x646464}, {ShiftColor(0xFFFFFF, 150), 0xFFFFFF},
+        {ShiftColor(0x804020, 0), 0x804020},   {ShiftColor(0x804020, 255), 0xFFFFFF},
+        {ShiftColor(0x0000FF, 180), 0xB4B4FF},
+        {BlendColors(0xFFFFFF, 0x000000, 255), 0xFFFFFF}, {BlendColors(0xFFFFFF, 0x000000, 0), 0x000000},
+        {BlendColors(0x0000C8, 0x000000, 200), 0x00009D},  // 200 * 200 / 255 = 156.86 rounds up
+        {BlendColors(0x000001, 0x000000, 128), 0x000001},  // 0.502 rounds to 1
     };
-    for (const auto& c : shifts) EXPECT_EQ(ShiftColor(c.colour, c.amount), c.shifted) << std::hex << c.colour;
-    struct Blend { Colour first, second; long amount; Colour blended; } blends[] = {
-        {0xFFFFFF, 0x000000, 255, 0xFFFFFF}, {0xFFFFFF, 0x000000, 0, 0x000000},
-        {0x0000C8, 0x000000, 200, 0x00009D},  // 200 * 200 / 255 = 156.86 rounds up
-        {0x000001, 0x000000, 128, 0x000001},  // 0.502 rounds to 1
-    };
-    for (const auto& b : blends) EXPECT_EQ(BlendColors(b.first, b.second, b.amount), b.blended) << b.amount;
+    for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << "case " << &c - cases;
 }
 
 TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {
@@ -31,12 +29,9 @@ TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {
         {0, 100, 130, 130, 130}, {0, 3, 1, 33, 1}, {0, 8, 1, 12, 1},       // 12.5 rounds to even
     };
     for (const auto& c : cases) {
-        XP_ProgressBarModel bar;
-        bar.Min = c.min;
-        bar.Max = c.max;
+        XP_ProgressBarModel bar{.Max = c.max, .Min = c.min};
         bar.SetValue(c.set);
-        EXPECT_EQ(bar.percent, c.percent) << c.set << '/' << c.max;
-        EXPECT_EQ(bar.Value(), c.get) << c.set << '/' << c.max;
+        EXPECT_EQ(std::pair(bar.percent, bar.Value()), std::pair(c.percent, c.get)) << c.set << '/' << c.max;
     }
     XP_ProgressBarModel over;
     over.SetValue(130);
@@ -53,10 +48,7 @@ TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
     fresh.ReadProperties({});
     EXPECT_EQ(std::tuple(fresh.BrushStyle, fresh.Color, fresh.Max), std::tuple(4, 0x8000000Du, 100));
 
-    XP_ProgressBarModel set;
-    set.Font = 77;
-    set.Scrolling = 6;
-    set.ShowText = true;
+    XP_ProgressBarModel set{.Font = 77, .Scrolling = 6, .ShowText = true};
     set.SetValue(60);
     PropertyBag bag;
     set.WriteProperties(bag);
