@@ -89,11 +89,6 @@ HWND Descendant(HWND window, int id) {
     return search.second;
 }
 
-void PrintTo(const ListRow& row, std::ostream* out) {
-    *out << "{" << row.name << " | " << row.path << " | " << row.values << " | " << row.section << " | "
-         << (row.checked ? "checked" : "unchecked") << "}";
-}
-
 namespace {
 
 // A block of memory inside the program, for messages that pass pointers: the
@@ -129,11 +124,8 @@ std::vector<ListRow> ListRows(const Program& program, HWND list) {
         return remote.Text();
     };
     std::vector<ListRow> rows;
-    const int count = static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0));
-    for (int i = 0; i < count; ++i) {
-        const auto state = static_cast<UINT>(SendMessageA(list, LVM_GETITEMSTATE, i, LVIS_STATEIMAGEMASK));
-        rows.push_back({cell(i, 0), cell(i, 1), cell(i, 2), cell(i, 3), state == INDEXTOSTATEIMAGEMASK(2)});
-    }
+    for (int i = 0, count = ListView_GetItemCount(list); i < count; ++i)
+        rows.push_back({cell(i, 0), cell(i, 1), cell(i, 2), cell(i, 3), ListView_GetCheckState(list, i) == 1});
     return rows;
 }
 
@@ -145,21 +137,18 @@ void ClickCheckBox(const Program& program, HWND list, int row) {
 
 std::vector<TreeNode> TreeNodes(const Program& program, HWND tree) {
     Remote remote{program.Process()};
-    auto next = [&](UINT which, HTREEITEM from) {
-        return reinterpret_cast<HTREEITEM>(SendMessageA(tree, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(from)));
-    };
-    const HTREEITEM selected = next(TVGN_CARET, nullptr);
+    const HTREEITEM selected = TreeView_GetSelection(tree);
     std::vector<TreeNode> nodes;
     std::function<void(HTREEITEM)> walk = [&](HTREEITEM item) {
-        for (; item != nullptr; item = next(TVGN_NEXT, item)) {
+        for (; item != nullptr; item = TreeView_GetNextSibling(tree, item)) {
             TVITEMA query = {.mask = TVIF_TEXT | TVIF_STATE, .hItem = item, .stateMask = TVIS_EXPANDED,
                              .pszText = remote.text, .cchTextMax = kTextSize};
             remote.Send(tree, TVM_GETITEMA, 0, query);
             nodes.push_back({remote.Text(), (query.state & TVIS_EXPANDED) != 0, item == selected, item});
-            walk(next(TVGN_CHILD, item));
+            walk(TreeView_GetChild(tree, item));
         }
     };
-    walk(next(TVGN_ROOT, nullptr));
+    walk(TreeView_GetRoot(tree));
     return nodes;
 }
 

@@ -13,8 +13,7 @@ namespace tessmark::gui {
 
 extern std::string programPath;  // the program under test, as a Windows path
 
-// A path as Windows sees it: a Unix path (as ctest hands over the build's)
-// lies on Wine's drive Z:, the Unix root.
+// A path as Windows sees it: a Unix path (as ctest hands over the build's) lies on Wine's drive Z:.
 std::string WindowsPath(std::string path);
 
 inline constexpr DWORD kPatience = 20000;  // ms for a window to come, a list to fill or a process to end
@@ -64,7 +63,9 @@ struct ListRow {
     bool checked = false;
     bool operator==(const ListRow&) const = default;
 };
-void PrintTo(const ListRow& row, std::ostream* out);
+inline void PrintTo(const ListRow& r, std::ostream* out) {
+    *out << "{" << r.name << " | " << r.path << " | " << r.values << " | " << r.section << " | " << r.checked << "}";
+}
 std::vector<ListRow> ListRows(const Program& program, HWND list);
 void ClickCheckBox(const Program& program, HWND list, int row);
 

@@ -20,6 +20,12 @@ std::unique_ptr<void, decltype(&CloseHandle)> InstanceMutex() {
     return {OpenMutexA(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, "StringForAvoidingMultipleInstance"), CloseHandle};
 }
 
+RECT Frame(HWND window) {
+    RECT frame = {};
+    GetWindowRect(window, &frame);
+    return frame;
+}
+
 // Another copy says so, shows no window of its own and ends with 0 on OK.
 void ExpectTurnedAway() {
     Program copy;
@@ -37,8 +43,7 @@ TEST(Program, SecondStartIsTurnedAwayWhileTheFirstRunsAndAfterItWasKilled) {
     Program first;
     HWND window = first.WaitForMainWindow();
     ASSERT_NE(window, nullptr) << "no window \"Tessmark\" from \"" << programPath << "\"";
-    RECT box = {};
-    GetWindowRect(window, &box);
+    const RECT box = Frame(window);
     EXPECT_EQ(std::make_pair(box.right - box.left, box.bottom - box.top), std::make_pair(735L, 551L));
     ExpectTurnedAway();
     EXPECT_TRUE(first.Running() && IsWindow(window));
@@ -75,9 +80,7 @@ TEST(Program, EveryWayOfClosingEndsTheProgramAndReleasesTheInstanceMutex) {
          [](HWND window) {
              SetForegroundWindow(window);
              HWND close = Descendant(window, id::CmdClose);
-             RECT frame, button;
-             GetWindowRect(window, &frame);
-             GetWindowRect(close, &button);
+             const RECT frame = Frame(window), button = Frame(close);
              // The body between the totals and the buttons.
              const POINT body{frame.left + 450, frame.top + 535}, onClose{button.left + 5, button.top + 5};
              Press(body, true);
@@ -127,10 +130,7 @@ TEST(Notify, EachChangeStandsInItsOwnWindowAndDiscardActsOnTheMachine) {
     EXPECT_EQ(TextOf(Item(added, 3)), "Section: Registry\\Current User\\RunOnce");
     EXPECT_TRUE(TextOf(Item(added, 1)).starts_with("TessmarkDemo2"));
     // Both in the middle of the screen, the hidden fields below the bottom edge.
-    RECT a = {}, b = {}, field = {};
-    GetWindowRect(added, &a);
-    GetWindowRect(gone, &b);
-    GetWindowRect(Item(added, 8), &field);
+    const RECT a = Frame(added), b = Frame(gone), field = Frame(Item(added, 8));
     EXPECT_TRUE(EqualRect(&a, &b));
     EXPECT_EQ((a.left + a.right) / 2, GetSystemMetrics(SM_CXSCREEN) / 2);
     EXPECT_GE(field.top, a.bottom);
