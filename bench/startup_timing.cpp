@@ -71,8 +71,7 @@ double TimeToFilledList(int rows, bool startMessage) {
     QueryPerformanceCounter(&filled);
     if (startMessage) program.DismissStartMessage();
     PostMessageA(window, WM_CLOSE, 0, 0);
-    DWORD code = 0;
-    program.WaitForExit(&code);
+    program.WaitForExit();
     return Seconds(start, filled);
 }
 
@@ -122,8 +121,7 @@ int main(int argc, char** argv) {
         std::printf("WorkingSet/10000: %.1f MB (peak %.1f MB) with %ld rows\n", counters.WorkingSetSize / 1048576.0,
                     counters.PeakWorkingSetSize / 1048576.0, static_cast<long>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0)));
         PostMessageA(window, WM_CLOSE, 0, 0);
-        DWORD code = 0;
-        program.WaitForExit(&code);
+        program.WaitForExit();
     }
     SeedRunKey(registry, 0);
     return 0;

@@ -1,18 +1,19 @@
 #pragma once
-// Cuts a fuzzer's bytes into the pieces a target needs; past the end every
-// piece is empty or zero.
+// Cuts a fuzzer's bytes into the pieces a target needs; past the end every piece is empty or zero.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace tessmark::fuzz {
 
-class Input {
-public:
-    Input(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+struct Input {
+    const std::uint8_t* data;
+    std::size_t size;
+    std::size_t at = 0;
 
-    bool Empty() const { return at_ >= size_; }
-    std::uint8_t Byte() { return Empty() ? 0 : data_[at_++]; }
+    bool Empty() const { return at >= size; }
+    std::uint8_t Byte() { return Empty() ? 0 : data[at++]; }
     // A text of up to 255 bytes, its length in the byte before it.
     std::string Text() { return Take(Byte()); }
     // A text of up to 65,535 bytes, its length in the two bytes before it.
@@ -20,19 +21,12 @@ public:
         const std::size_t high = Byte();
         return Take(high << 8 | Byte());
     }
-    std::string Rest() { return Take(size_ - at_); }
-
-private:
+    std::string Rest() { return Take(size - at); }
     std::string Take(std::size_t length) {
-        if (length > size_ - at_) length = Empty() ? 0 : size_ - at_;
-        std::string piece(reinterpret_cast<const char*>(data_ + at_), length);
-        at_ += length;
+        std::string piece(reinterpret_cast<const char*>(data + at), std::min(length, size - at));
+        at += piece.size();
         return piece;
     }
-
-    const std::uint8_t* data_;
-    std::size_t size_;
-    std::size_t at_ = 0;
 };
 
 }  // namespace tessmark::fuzz

@@ -5,14 +5,13 @@
 #include "storage/IniFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tessmark::fuzz::Input input(data, size);
+    tessmark::fuzz::Input input{data, size};
     // One disk for every run, made once: making one is far dearer than a run.
     static tessmark::platform::memory::MemoryDisk disk;
-    const std::string path = "C:\\Settings.ini";
     const std::string section = input.Text(), key = input.Text(), value = input.Text();
-    disk.AddFile(path, input.Rest());
+    disk.AddFile("C:\\Settings.ini", input.Rest());
     tessmark::storage::IniFile ini(disk);
-    ini.IniFilePath(path);
+    ini.IniFilePath("C:\\Settings.ini");
     ini.IniSection(section);
     ini.IniReadSection();
     ini.IniReadValue(key);

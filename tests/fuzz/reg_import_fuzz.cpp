@@ -23,13 +23,12 @@ void Collect(platform::RegistryPort& registry, platform::RegHandle key, const st
     for (std::uint32_t index = 0;; ++index) {
         char name[1024];
         std::uint32_t length = sizeof name;
-        const std::int32_t code = registry.RegEnumKeyExA(key, index, name, &length);
-        if (code != reg::kSuccess) break;  // the end, or a root this registry doesn't hold
-        const std::string child = path + "\\" + vb::UCase(std::string(name, length));
-        keys.insert(child);
+        if (registry.RegEnumKeyExA(key, index, name, &length) != reg::kSuccess) break;  // the end, or no such root
+        const std::string child(name, length), upper = path + "\\" + vb::UCase(child);
+        keys.insert(upper);
         platform::RegHandle handle = 0;
-        if (registry.RegOpenKeyA(key, std::string(name, length).c_str(), &handle) != reg::kSuccess) continue;
-        Collect(registry, handle, child, keys);
+        if (registry.RegOpenKeyA(key, child.c_str(), &handle) != reg::kSuccess) continue;
+        Collect(registry, handle, upper, keys);
         registry.RegCloseKey(handle);
     }
 }

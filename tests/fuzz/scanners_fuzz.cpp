@@ -12,29 +12,23 @@
 namespace {
 
 using namespace tessmark;
+using namespace tessmark::discovery;
 
-const char* const kKeys[] = {
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run",
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run\\AutorunsDisabled",
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunOnce",
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunOnce\\AutorunsDisabled",
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunServices",
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunServiceOnce",
-    "SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd",
-    "SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd\\AutorunsDisabled",
-    "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon",
-    "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon\\AutorunsDisabled",
-};
+const std::string kRun = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run", kOff = "\\AutorunsDisabled";
+const std::string kRdpwd = "SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd";
+const std::string kWinlogon = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon";
+// The keys the scanners read, in the order the seeds' key bytes count them.
+const std::string kKeys[] = {kRun, kRun + kOff, kRun + "Once", kRun + "Once" + kOff, kRun + "Services",
+                             kRun + "ServiceOnce", kRdpwd, kRdpwd + kOff, kWinlogon, kWinlogon + kOff};
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    fuzz::Input input(data, size);
+    fuzz::Input input{data, size};
     platform::memory::MemoryRegistry registry;
     // One disk for every run, made once (the scanners only read it).
     static platform::memory::MemoryDisk disk;
-    static const bool seeded = (disk.AddFile("C:\\Windows\\System32\\userinit.exe", "MZ"), true);
-    (void)seeded;
+    disk.AddFile("C:\\Windows\\System32\\userinit.exe", "MZ");
     platform::memory::RecordingUi ui;
     platform::memory::MemoryProcess process;
     while (!input.Empty()) {
@@ -44,34 +38,30 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::uint32_t type = input.Byte() % 12;
         const std::string value = input.LongText();
         platform::RegHandle key = 0;
-        registry.RegCreateKeyA(root, kKeys[(where & 0x7F) % std::size(kKeys)], &key);
+        registry.RegCreateKeyA(root, kKeys[(where & 0x7F) % std::size(kKeys)].c_str(), &key);
         registry.RegSetValueExA(key, name.c_str(), type, reinterpret_cast<const std::uint8_t*>(value.data()),
                                 static_cast<std::uint32_t>(value.size()));
         registry.RegCloseKey(key);
     }
 
-    discovery::SystemFolders folders{"C:\\Windows", "C:\\Program Files"};
-    discovery::ItemList list;
-    discovery::ImageStore images;
-    discovery::PictureBox picture;
+    SystemFolders folders{"C:\\Windows", "C:\\Program Files"};
+    ItemList list;
+    ImageStore images;
+    PictureBox picture;
     platform::ShFileInfo record{};
     storage::IniFile ini(disk);
     const bool timer = false;
-    discovery::ScanContext form{{registry, disk, disk, ui, process}, folders, list, images, picture, record, ini, timer};
-    for (bool currentUser : {false, true}) {
-        discovery::AddRun(form, currentUser);
-        discovery::AddRunOnce(form, currentUser);
-        discovery::AddRunServices(form, currentUser);
-        discovery::AddRunServiceOnce(form, currentUser);
-    }
+    ScanContext form{{registry, disk, disk, ui, process}, folders, list, images, picture, record, ini, timer};
+    for (bool currentUser : {false, true})
+        for (auto scan : {AddRun, AddRunOnce, AddRunServices, AddRunServiceOnce})
+            scan(form, currentUser);
     for (vb::Integer type = 1; type <= 3; ++type) {
         try {
-            discovery::AddLogon(form, discovery::LogonKey(type), type);
-        } catch (const vb::VbError&) {
-            // Nothing in the logon scanner traps errors: the program ends with the run-time's message.
+            AddLogon(form, LogonKey(type), type);
+        } catch (const vb::VbError&) {  // nothing in the logon scanner traps errors: the program would end
         }
     }
     std::string total, active;
-    discovery::refreshCheckBox(list, total, active, [] {});
+    refreshCheckBox(list, total, active, [] {});
     return 0;
 }

@@ -4,6 +4,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -12,8 +13,7 @@ namespace tessmark::gui {
 
 extern std::string programPath;  // the program under test, as a Windows path
 
-// A path as Windows sees it: a Unix path (as ctest hands over the build's)
-// lies on Wine's drive Z:, the Unix root.
+// A path as Windows sees it: a Unix path (as ctest hands over the build's) lies on Wine's drive Z:.
 std::string WindowsPath(std::string path);
 
 inline constexpr DWORD kPatience = 20000;  // ms for a window to come, a list to fill or a process to end
@@ -28,19 +28,17 @@ bool WaitUntil(Condition condition) {
     }
 }
 
-// A started copy of the program; killed at the end if it is still running.
+// A started copy of the program (or of another program); killed at the end if it is still running.
 class Program {
 public:
-    Program();
+    explicit Program(const std::string& path = programPath);
     ~Program();
     Program(const Program&) = delete;
 
-    bool Started() const { return started_; }
-    DWORD Id() const { return info_.dwProcessId; }
     HANDLE Process() const { return info_.hProcess; }
     bool Running() const { return WaitForSingleObject(info_.hProcess, 0) == WAIT_TIMEOUT; }
-    // True when the process ended in time; its exit code goes to *code.
-    bool WaitForExit(DWORD* code) const;
+    // The exit code, when the process ended in time.
+    std::optional<DWORD> WaitForExit() const;
     // A visible top-level window of this process with the class (null: any) and title.
     HWND VisibleWindow(const char* className, const char* title) const;
     HWND WaitForWindow(const char* className, const char* title) const;
@@ -50,13 +48,13 @@ public:
 
 private:
     PROCESS_INFORMATION info_ = {};
-    bool started_ = false;
 };
 
 std::string TextOf(HWND window);
-// The texts of a dialog's static controls; the icon's control has none.
-std::vector<std::string> StaticTexts(HWND dialog);
+inline std::string MessageText(HWND box) { return TextOf(GetDlgItem(box, 0xFFFF)); }  // the static's identifier
 void PressOk(HWND dialog);
+// A left click as the mouse would send it, at a point of the window's client area.
+void Click(HWND window, int x = 5, int y = 5);
 // A control anywhere inside the window, by its identifier.
 HWND Descendant(HWND window, int id);
 
@@ -65,21 +63,19 @@ struct ListRow {
     bool checked = false;
     bool operator==(const ListRow&) const = default;
 };
-void PrintTo(const ListRow& row, std::ostream* out);
+inline void PrintTo(const ListRow& r, std::ostream* out) {
+    *out << "{" << r.name << " | " << r.path << " | " << r.values << " | " << r.section << " | " << r.checked << "}";
+}
 std::vector<ListRow> ListRows(const Program& program, HWND list);
+void ClickCheckBox(const Program& program, HWND list, int row);
 
 struct TreeNode {
     std::string caption;
-    bool expanded = false;
-    bool selected = false;
+    bool expanded = false, selected = false;
     HTREEITEM item = nullptr;
 };
 // The tree's nodes, each before its children.
 std::vector<TreeNode> TreeNodes(const Program& program, HWND tree);
-// A left click on the node's caption, as the mouse would send it.
 void ClickNode(const Program& program, HWND tree, HTREEITEM item);
-
-// A left click on the check box of the list's row (0-based), as the mouse would send it.
-void ClickCheckBox(const Program& program, HWND list, int row);
 
 }  // namespace tessmark::gui
