@@ -1,5 +1,4 @@
-// The change monitor: what a pass reports after each kind of change, and what
-// each answer does to the machine and to the baseline.
+// The change monitor: what a pass reports after each kind of change.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -11,7 +10,6 @@
 
 using namespace tessmark;
 using tessmark::testing::ItemPlaces;
-using tessmark::testing::StoredValue;
 using catalogue::FindPath;
 
 namespace {
@@ -56,11 +54,10 @@ public:
         places->Set(root, key, name, data);
     }
 
-    std::vector<monitor::FrmNotify*> Open() { return form->monitor.forms.Loaded(); }
     // The dialogs standing, oldest first.
     std::vector<Dialog> Dialogs() {
         std::vector<Dialog> shown;
-        for (monitor::FrmNotify* d : Open()) {
+        for (monitor::FrmNotify* d : form->monitor.forms.Loaded()) {
             if (!d->Visible) continue;
             std::string buttons;
             for (auto* b : {&d->CmdDisable, &d->CmdAllow, &d->CmdDiscard}) buttons += b->Enabled ? '+' : '-';
@@ -130,49 +127,6 @@ TEST_F(ChangeMonitor, EachKindOfChangeOpensItsDialogs) {
         // Every completed pass saves a new baseline, so the next one is silent.
         form->StartSearch();
         EXPECT_EQ(Dialogs().size(), dialogs.size()) << c.what;
-    }
-}
-
-TEST_F(ChangeMonitor, EachAnswerActsOnTheMachineAndPatchesTheBaseline) {
-    using F = monitor::FrmNotify;
-    const StoredValue kTool{platform::reg::kSz, File("t")};
-    const auto none = std::nullopt;
-    const struct {
-        Change c;
-        void (F::*press)();
-        std::optional<StoredValue> liveAll, disabledAll, liveCurr;
-        std::size_t openAfter, dialogsOnNextPass;
-    } cases[] = {
-        {{"disabled: enabled again", kToolOn, kDisable}, &F::CmdDiscard_Click, kTool, none, none, 0, 0},
-        {{"enabled: disabled again", kToolOff, kEnable}, &F::CmdDiscard_Click, none, kTool, none, 0, 0},
-        {{"moved: moved back", kToolOn, kMoveToCurrentUser}, &F::CmdDiscard_Click, kTool, none, none, 0, 0},
-        {{"deleted: written back", kToolOn, kDelete}, &F::CmdDiscard_Click, kTool, none, none, 0, 0},
-        // The path came from the baseline row of the same index, the old
-        // copy; the new row stays in the baseline, so the next pass reports it
-        // as deleted.
-        {{"new: live and disabled copies deleted", [](ChangeMonitor& t) { t.Set(HKLM, kOnceOff, "Tool", t.File("old")); },
-          kToolOn},
-         &F::CmdDiscard_Click, none, none, none, 0, 1},
-        {{"disabled: allowed", kToolOn, kDisable}, &F::CmdAllow_Click, none, kTool, none, 0, 0},
-        // Disabled with the blank baseline row's path; the dialog stays, and
-        // the next pass sees the old row gone and a new one.
-        {{"new: marked as disabled", kNothing, kToolOn}, &F::CmdDisable_Click, none,
-         StoredValue{platform::reg::kSz, ""}, none, 1, 3},
-    };
-    for (const auto& [c, press, liveAll, disabledAll, liveCurr, open, next] : cases) {
-        form = Fresh();
-        c.before(*this);
-        form->SaveState();
-        c.change(*this);
-        form->StartSearch();
-        ASSERT_EQ(Open().size(), 1u) << c.what;
-        (Open()[0]->*press)();
-        EXPECT_EQ(Open().size(), open) << c.what;
-        EXPECT_EQ(places->Value(HKLM, kOnce, "Tool"), liveAll) << c.what;
-        EXPECT_EQ(places->Value(HKLM, kOnceOff, "Tool"), disabledAll) << c.what;
-        EXPECT_EQ(places->Value(HKCU, kOnce, "Tool"), liveCurr) << c.what;
-        form->StartSearch();
-        EXPECT_EQ(Dialogs().size(), next) << c.what;
     }
 }
 

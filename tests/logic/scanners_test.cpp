@@ -348,29 +348,6 @@ TEST_F(Scanners, EnabledLogonRowsPumpMessagesUnderTheHourglassUnlessTheTimerRuns
     EXPECT_EQ(list(1).SubItems(1), P + "\\b.exe");
 }
 
-TEST_F(Scanners, AddLogonFolderAppendsAProgramWithTheValuesSeparator) {
-    const struct {
-        const char *name, *before;  // the value seeded, when `before` is given
-        const char *valueName, *after;
-    } cases[] = {
-        {"Userinit", "userinit.exe", "Userinit", "userinit.exe,b.exe"}, {"Userinit", "\"a.exe\",  ", "Userinit", "a.exe,b.exe"},
-        {"StartupPrograms", "rdpclip", "StartupPrograms", "rdpclip,b.exe"},
-        {"Shell", "explorer.exe", "Shell", "explorer.exe b.exe"}, {"Shell", "explorer.exe,", "Shell", "explorer.exe, b.exe"},
-        {nullptr, nullptr, "Userinit", "b.exe"}, {"Userinit", "", "Userinit", "b.exe"},
-        // Names match without regard to case; only "Shell" exactly takes a blank.
-        {"Shell", "explorer.exe", "shell", "explorer.exe,b.exe"},
-    };
-    for (const auto& c : cases) {
-        Reset();
-        if (c.before) places->Set(HKLM, logonKey, c.name, c.before);
-        places->Set(HKLM, logonKey, "Other", "other.exe");
-        discovery::AddLogonFolder(form, logonKey, c.valueName, "b.exe");
-        EXPECT_EQ(places->Value(HKLM, logonKey, c.valueName), (StoredValue{platform::reg::kSz, c.after}))
-            << c.valueName << " = " << (c.before ? c.before : "(none)");
-        EXPECT_EQ(places->Value(HKLM, logonKey, "Other"), (StoredValue{platform::reg::kSz, "other.exe"}));
-    }
-}
-
 // ---- row icons: one new image per call, and the name field of the form's one shell record
 
 TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereThereIsAPicture) {
