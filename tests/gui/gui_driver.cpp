@@ -16,10 +16,10 @@ std::string WindowsPath(std::string path) {
     return "Z:" + path;
 }
 
-Program::Program(const std::string& path) {
+Program::Program() {
     STARTUPINFOA startup = {sizeof startup};
-    std::string commandLine = "\"" + path + "\"";
-    CreateProcessA(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info_);
+    std::string commandLine = "\"" + programPath + "\"";
+    CreateProcessA(programPath.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info_);
 }
 
 // Without a process, or with one that has ended, each call is refused.

@@ -28,10 +28,10 @@ bool WaitUntil(Condition condition) {
     }
 }
 
-// A started copy of the program (or of another program); killed at the end if it is still running.
+// A started copy of the program; killed at the end if it is still running.
 class Program {
 public:
-    explicit Program(const std::string& path = programPath);
+    Program();
     ~Program();
     Program(const Program&) = delete;
 

@@ -1,5 +1,4 @@
-// The real program under Wine: one instance at a time, the ways of closing it,
-// and the notification windows a helper beside it shows.
+// The real program under Wine: one instance at a time and the ways of closing it.
 #include <windows.h>
 
 #include <gtest/gtest.h>
@@ -8,7 +7,6 @@
 
 #include "gui_driver.h"
 #include "win32/app/control_ids.h"
-#include "win32/app/notify_window.h"
 
 namespace {
 
@@ -107,42 +105,6 @@ TEST(Program, EveryWayOfClosingEndsTheProgramAndReleasesTheInstanceMutex) {
         EXPECT_EQ(WaitForSingleObject(mutex.get(), 0), static_cast<DWORD>(WAIT_OBJECT_0));  // not WAIT_ABANDONED
         ReleaseMutex(mutex.get());
     }
-}
-
-// A control by its place in the form's design table: 1 LblMsg, 3 LblSection, 5 to 7 the buttons, 8 LblChange.
-HWND Item(HWND dialog, int index) { return GetDlgItem(dialog, id::notify::kFirstControl + index); }
-
-bool DemoValueExists() {
-    return RegGetValueA(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce", "TessmarkDemo2",
-                        RRF_RT_ANY, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
-}
-
-TEST(Notify, EachChangeStandsInItsOwnWindowAndDiscardActsOnTheMachine) {
-    // The helper lies beside the program.
-    Program demo(programPath.substr(0, programPath.find_last_of('\\') + 1) + "tessmark_notify_demo.exe");
-    HWND added = nullptr, gone = nullptr;
-    ASSERT_TRUE(WaitUntil([&] {
-        for (HWND w = nullptr; (w = FindWindowExA(nullptr, w, id::notify::kWindowClass, nullptr)) != nullptr;)
-            (TextOf(Item(w, 8)).starts_with("NAdd;") ? added : gone) = w;
-        return added && gone;
-    }));
-    EXPECT_EQ(TextOf(Item(gone, 8)), "Dele;HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce");
-    EXPECT_EQ(TextOf(Item(added, 3)), "Section: Registry\\Current User\\RunOnce");
-    EXPECT_TRUE(TextOf(Item(added, 1)).starts_with("TessmarkDemo2"));
-    // Both in the middle of the screen, the hidden fields below the bottom edge.
-    const RECT a = Frame(added), b = Frame(gone), field = Frame(Item(added, 8));
-    EXPECT_TRUE(EqualRect(&a, &b));
-    EXPECT_EQ((a.left + a.right) / 2, GetSystemMetrics(SM_CXSCREEN) / 2);
-    EXPECT_GE(field.top, a.bottom);
-    EXPECT_FALSE(IsWindowEnabled(Item(gone, 5)));
-
-    ASSERT_TRUE(DemoValueExists());
-    ASSERT_EQ(TextOf(Item(added, 7)), "Discard the change");
-    Click(Item(added, 7), 10, 10);
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(added); }));
-    EXPECT_FALSE(DemoValueExists());
-    PostMessageA(gone, WM_CLOSE, 0, 0);
-    EXPECT_EQ(demo.WaitForExit(), 0u);
 }
 
 }  // namespace
