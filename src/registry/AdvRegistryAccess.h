@@ -113,7 +113,6 @@ private:
     // One key's block, then its subkeys'; box null is the box nothing has set.
     VbBool ExportKey(std::string sKeyPath, const std::string& sRegFile, VbBool IncludeSubkeys, TextBox* box);
     void AppendText(const std::string& sRegFile, const std::string& text);
-    friend struct ExportKeyAccess;  // tests hand the export a box of their own
 
     platform::RegistryPort& registry_;
     platform::FilesPort* files_ = nullptr;
