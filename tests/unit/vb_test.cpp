@@ -72,7 +72,7 @@ TEST(VbErrors, BadArgumentsOverflowsAndUndimensionedArraysRaiseTheirNumbers) {
         {[] { AdvRegistryAccess::BinToStr(string(32768, 'A')); }, err::kOverflow},
         {[&] { none.UBound(); }, err::kSubscript},     {[&] { none[0]; }, err::kSubscript},
     };
-    for (const auto& [call, number] : cases) EXPECT_EQ(ErrorOf(call), number) << "case " << &call - &cases[0].first;
+    for (const auto& c : cases) EXPECT_EQ(ErrorOf(c.first), c.second) << "case " << &c - cases;
     EXPECT_EQ(counter, 32767);
 }
 
