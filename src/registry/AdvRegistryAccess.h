@@ -14,6 +14,10 @@
 #include "platform/ui_services.h"
 #include "vb/vb.h"
 
+namespace tessmark::testing {
+struct ExportProbe;
+}  // namespace tessmark::testing
+
 namespace tessmark::registry {
 
 // The class's booleans are 16-bit: true is -1 (all bits set), false is 0.
@@ -87,6 +91,8 @@ public:
     static std::string_view HelpText(std::string_view member);
 
 private:
+    friend struct testing::ExportProbe;  // exports with a box of its own
+
     struct RootName {
         std::string_view longName;
         std::string_view shortName;

@@ -131,3 +131,78 @@ TEST_F(ChangeMonitor, EachKindOfChangeOpensItsDialogs) {
 }
 
 }  // namespace
+
+// A dialog of a new logon member, filled as a pass fills it; no pass lists logon values.
+const Step kNewUserinitMember = [](ChangeMonitor& t) {
+    t.Set(HKLM, tessmark::testing::kWinlogon, "Userinit", "u,n");
+    monitor::FrmNotify& d = t.form->monitor.forms.New();
+    d.LblName = "n", d.LblChange = "NAdd;", d.LblPath = "Path: " + t.File("n");
+    d.LblMsg = "n is added to Registry Path Registry\\All Users\\Logon\\UserInit";
+    d.LblSection = "Section: Registry\\All Users\\Logon\\UserInit";
+    d.Show();
+};
+
+TEST_F(ChangeMonitor, EachAnswerLeavesTheMachineAndTheNextPassAsItSays) {
+    const std::string on = "HKLM RunOnce Tool=" + File("t"), off = "HKLM RunOnce\\AutorunsDisabled Tool=" + File("t");
+    const std::string added = "Tool2 is added to Registry Path " + kAllOnce;
+    const Step renamed = [](ChangeMonitor& t) { kDelete(t), t.Set(HKLM, kOnce, "Tool2", t.File("t")); };
+    // The new shortcut is the list's first row, and the baseline's first row has its target.
+    const Step other = [](ChangeMonitor& t) { t.Set(HKLM, kOnce, "Other", t.File("n")); };
+    const Step shortcut = [](ChangeMonitor& t) {
+        t.places->Delete(HKLM, kOnce, "Other");
+        t.places->Shortcut(platform::kCsidlCommonStartup, "New.lnk", t.File("n"));
+    };
+    const Step userinit = [](ChangeMonitor& t) { t.Set(HKLM, tessmark::testing::kWinlogon, "Userinit", "u"); };
+    const std::string nName = "n.exe";
+    const struct {
+        Change c;
+        std::size_t dialog;
+        char button;  // Allow, Discard, Mark as Disabled, Close
+        std::vector<std::string> machine, dialogs;
+    } cases[] = {
+        {{"new value allowed", kToolOn, renamed}, 1, 'A', {"HKLM RunOnce Tool2=" + File("t")}, {"Tool is deleted from Reigstry Path " + kAllOnce}},
+        {{"new value closed", kToolOn, renamed}, 1, 'C', {"HKLM RunOnce Tool2=" + File("t")}, {"Tool is deleted from Reigstry Path " + kAllOnce}},
+        {{"new value discarded: gone in both states", kToolOn,
+          [renamed](ChangeMonitor& t) { renamed(t), t.Set(HKLM, kOnceOff, "Tool2", "x"); }},
+         1, 'X', {}, {"Tool is deleted from Reigstry Path " + kAllOnce, "Tool2 is added to Registry Path " + kAllOnce,
+                      "Tool2 is deleted from Reigstry Path " + kAllOnce}},
+        {{"new value disabled, the dialog stays", kToolOn, renamed}, 1, 'D',
+         {"HKLM RunOnce\\AutorunsDisabled Tool2=" + File("t")}, {"Tool is deleted from Reigstry Path " + kAllOnce, added}},
+        {{"gone value discarded: written back", kToolOn, renamed}, 0, 'X',
+         {on, "HKLM RunOnce Tool2=" + File("t")}, {added}},
+        {{"disabled value discarded", kToolOn, kDisable}, 0, 'X', {on}, {}},
+        {{"enabled value discarded", kToolOff, kEnable}, 0, 'X', {off}, {}},
+        {{"move discarded", kToolOn, kMoveToCurrentUser}, 0, 'X', {on}, {}},
+        {{"new shortcut discarded", other, shortcut}, 1, 'X', {}, {"Other is deleted from Reigstry Path " + kAllOnce}},
+        {{"new shortcut disabled", other, shortcut}, 1, 'D',
+         {"ini [StartupAllUser]\r\n" + nName + "=" + File("n") + "\r\n"}, {"Other is deleted from Reigstry Path " + kAllOnce, nName + " is added to Registry Path All Users\\Startup"}},
+        {{"new shortcut allowed", other, shortcut}, 1, 'A', {"lnk 24 New.lnk -> " + File("n")}, {"Other is deleted from Reigstry Path " + kAllOnce}},
+            {{"new logon member discarded", userinit, kNewUserinitMember}, 0, 'X', {"HKLM Userinit=u"}, {}},
+        {{"new logon member disabled", userinit, kNewUserinitMember}, 0, 'D',
+         {"HKLM Userinit=u", "HKLM Userinit\\AutorunsDisabled=n"}, {"n is added to Registry Path Registry\\All Users\\Logon\\UserInit"}},
+        {{"new logon member allowed", userinit, kNewUserinitMember}, 0, 'A', {"HKLM Userinit=u,n"}, {}},
+    };
+    for (const auto& [c, index, button, machineAfter, dialogsAfter] : cases) {
+        form = Fresh();
+        c.before(*this);
+        form->SaveState();
+        c.change(*this);
+        form->StartSearch();
+        const auto standing = form->monitor.forms.Loaded();
+        ASSERT_GT(standing.size(), index) << c.what;
+        monitor::FrmNotify& d = *standing[index];
+        switch (button) {
+            case 'A': d.CmdAllow_Click(); break;
+            case 'X': d.CmdDiscard_Click(); break;
+            case 'D': d.CmdDisable_Click(); break;
+            case 'C': d.CmdClose_MouseUp(1); break;
+        }
+        auto expected = machineAfter;
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(places->Everything(), expected) << c.what;
+        form->StartSearch();
+        std::vector<std::string> messages;
+        for (const auto& shown : Dialogs()) messages.push_back(shown[0]);
+        EXPECT_EQ(messages, dialogsAfter) << c.what;
+    }
+}

@@ -19,6 +19,15 @@ using namespace std::string_literals;
 namespace reg = tessmark::platform::reg;
 namespace machines = tessmark::testing;
 
+namespace tessmark::testing {
+struct ExportProbe {
+    static VbBool Export(AdvRegistryAccess& access, const string& path, const string& file, VbBool subkeys,
+                         TextBox& box) {
+        return access.ExportKey(path, file, subkeys, &box);
+    }
+};
+}  // namespace tessmark::testing
+
 namespace {
 
 const string kScratch = machines::kScratchKey;
@@ -130,6 +139,120 @@ TEST_F(Registry, ExportToRegWritesOnlyTheHeaderAndNeverOverwrites) {
     ASSERT_TRUE(machine->Files().WriteWholeFile(file, "old"));
     EXPECT_EQ(access.ExportToReg(kUserPath + "\\Export", file, subkeys), 0);
     EXPECT_EQ(Read(file), "old");
+}
+
+TEST_F(Registry, ExportWithABoxWritesEachKindOfValueOnItsLineKeyBeforeSubkeys) {
+    Set("\\Export", "", reg::kSz, "def\0"s);
+    Set("\\Export", "a", reg::kSz, "x\0"s);
+    Set("\\Export", "b", reg::kBinary, "Jo");
+    Set("\\Export", "c", reg::kDword, "\x1F\0\0\0"s);
+    Set("\\Export", "d", reg::kDword, "\xFF\xFF\xFF\xFF");
+    Set("\\Export", "e", reg::kExpandSz, "%windir%\0"s);
+    Set("\\Export", "f", reg::kBinary, "");
+    Set("\\Export\\Sub", "g", reg::kSz, "y");
+    Set("\\Export\\Sub\\Deeper", "", reg::kBinary, "\0"s);
+    const string top = "[" + kUserPath + "\\Export]\r\n@=\"def\0\"\r\n\"a\"=\"x\0\"\r\n\"b\"=hex:4A,6F\r\n\"f\"=hex:\r\n"
+                       "\"c\"=dword:0x0000001F\r\n\"d\"=dword:0xFFFFFFFF\r\n\r\n"s;
+    // The unnamed binary value keeps its empty name; a text keeps its NUL.
+    const string below = "[" + kUserPath + "\\Export\\Sub]\r\n\"g\"=\"y\0\"\r\n\r\n["s + kUserPath +
+                         "\\Export\\Sub\\Deeper]\r\n\"\"=hex:00\r\n\r\n";
+    for (VbBool subkeys : {kTrue, kFalse}) {
+        const string file = folder + (subkeys ? "\\all.reg" : "\\one.reg");
+        VbBool include = subkeys;
+        EXPECT_EQ(access.ExportToReg("HKCU\\" + kScratch + "\\Export", file, include), 0);
+        TextBox box;
+        EXPECT_EQ(machines::ExportProbe::Export(access, "hkcu\\" + kScratch + "\\Export", file, subkeys, box), kTrue);
+        EXPECT_EQ(Read(file), "REGEDIT4\r\n\r\n" + top + (subkeys ? below : "")) << subkeys;
+        EXPECT_EQ(box.Text, kUserPath + (subkeys ? "\\Export\\Sub\\Deeper" : "\\Export"));
+    }
+    TextBox box;
+    EXPECT_EQ(machines::ExportProbe::Export(access, "HKCU\\" + kScratch + "\\Export", folder + "\\no\\such.reg", kTrue, box),
+              kFalse);
+}
+
+TEST_F(Registry, ImportAppliesEachLineAsTheDialectReadsIt) {
+    Set("\\Import", "", reg::kSz, "default\0"s);
+    Set("\\Import", "gone", reg::kSz, "x");
+    Set("\\Import", "@", reg::kSz, "at");
+    Set("\\Doomed", "v", reg::kSz, "x");
+    Set("\\Kept\\Child", "v", reg::kSz, "x");
+    const string file = folder + "\\in.reg";
+    const string text = "regedit4\r\n\r\n[" + kUserPath + "\\Import]\r\n"
+                        "\"s\"=\"text\"\r\n  \"q\"=\"a=b\"  \r\n\"h\"=hex:41,42\r\n\"k\"=HEX:4,1\r\n"
+                        "\"d\"=dword:0x0000001F\r\n\"n\"=dword:1F\r\n@=\"\"\r\n\"gone\"=-\r\n\"@\"= - \r\n"
+                        ";\"c\"=\"comment\"\r\n\"noequals\"\r\n\r\n"
+                        "[-" + kUserPath + "\\Doomed]\r\n[-" + kUserPath + "\\Kept]\r\n"
+                        "[" + kUserPath + "\\New\\Deepx\r\n\"v\"=\"1\"\n\"w\"=\"2\"\r\n";
+    ASSERT_TRUE(machine->Files().WriteWholeFile(file, text));
+    access.CreateKeyIfDoesntExists(kFalse);
+    EXPECT_EQ(access.ImportFromReg(file), 1);
+    EXPECT_EQ(access.CreateKeyIfDoesntExists(), kTrue);
+    const struct {
+        const char *sub, *name;
+        std::optional<RawValue> value;
+    } expected[] = {
+        {"\\Import", "s", RawValue{reg::kSz, "text\0"s}},
+        {"\\Import", "q", RawValue{reg::kSz, "a\0"s}},
+        {"\\Import", "h", RawValue{reg::kBinary, "AB"}},
+        {"\\Import", "k", RawValue{reg::kBinary, "A"}},  // blanks go before the pairs are cut
+        {"\\Import", "d", RawValue{reg::kDword, "\0\0\0\0"s}},  // the literal stops at the x
+        {"\\Import", "n", RawValue{reg::kDword, "\x1F\0\0\0"s}},
+        {"\\Import", "", std::nullopt},
+        {"\\Import", "gone", std::nullopt},
+        {"\\Import", "@", std::nullopt},
+        {"\\Import", "c", std::nullopt},
+        {"\\Doomed", "v", std::nullopt},
+        {"\\Kept\\Child", "v", RawValue{reg::kSz, "x\0"s}},
+        // The closing bracket is taken as missing; a bare LF joins two lines into one.
+        {"\\New\\Deep", "v", RawValue{reg::kSz, "1\nw\0"s}},
+    };
+    for (const auto& e : expected) EXPECT_EQ(Get(e.sub, e.name), e.value) << e.sub << " " << e.name;
+    EXPECT_FALSE(KeyThere("\\Doomed"));
+    EXPECT_FALSE(KeyThere("\\New\\Deepx"));
+
+    for (const string header : {" REGEDIT4", "Windows Registry Editor Version 5.00", ""}) {
+        ASSERT_TRUE(machine->Files().WriteWholeFile(file, header + "\r\n[" + kUserPath + "\\Refused]\r\n\"v\"=\"1\"\r\n"));
+        EXPECT_EQ(access.ImportFromReg(file), 0) << header;
+    }
+    EXPECT_FALSE(KeyThere("\\Refused"));
+    EXPECT_EQ(access.ImportFromReg(folder + "\\missing.reg"), 0);
+}
+
+TEST_F(Registry, PathClassReadsAndWritesThroughEitherRootName) {
+    const string path = "HKCU\\" + kScratch + "\\Class";
+    EXPECT_NE(access.WriteBinary(path, "b", "41 42 4"), 0);
+    EXPECT_NE(access.WriteDWORD("HKEY_CURRENT_USER\\" + kScratch + "\\Class", "n", -2), 0);
+    EXPECT_NE(access.WriteString(path + "\\Sub", "@", "d"), 0);
+    EXPECT_EQ(Get("\\Class", "b"), (RawValue{reg::kBinary, "AB"}));
+    EXPECT_EQ(Get("\\Class", "n"), (RawValue{reg::kDword, "\xFE\xFF\xFF\xFF"}));
+    EXPECT_EQ(Get("\\Class\\Sub", ""), (RawValue{reg::kSz, "d\0"s}));
+    EXPECT_EQ(access.ReadBinary(path, "b", "?"), "41 42");
+    EXPECT_EQ(access.ReadBinary(path, "missing", "?"), "?");
+    EXPECT_EQ(std::make_tuple(access.ReadDWORD(path, "n", 7), access.ReadDWORD(path, "missing", 7)), std::make_tuple(-2, 7));
+    EXPECT_EQ(access.ReadString(path + "\\Sub", "", "?"), "d\0"s);
+    EXPECT_EQ(access.ReadString(path, "missing", "?"), "?");
+    EXPECT_EQ(access.ReadString("HKXX\\" + kScratch + "\\Class\\Sub", "", "?"), "?");
+    EXPECT_EQ(std::make_tuple(access.ValueExists(path, "n"), access.ValueExists(path, "missing")), std::make_tuple(kTrue, kFalse));
+    EXPECT_EQ(std::make_tuple(access.HaveSubkey(path), access.HaveSubkey(path + "\\Sub")), std::make_tuple(kTrue, kFalse));
+    tessmark::vb::Array<string> keys;
+    EXPECT_EQ(access.EnumKeys(path, keys), 1);
+    EXPECT_EQ(keys[0], "Sub");
+    EXPECT_EQ(access.EnumKeys(path + "\\Missing", keys), -1);
+    tessmark::vb::Array<string> names;
+    tessmark::vb::Array<RegValue> values;
+    EXPECT_EQ(access.EnumValues(path, names, values, -1), 2);
+    EXPECT_EQ(std::make_tuple(names[0], names[1], values[0], values[1]),
+              std::make_tuple("b"s, "n"s, RegValue{"41 42"s}, RegValue{std::int32_t{-2}}));
+    // A key with subkeys stays; without them it goes.
+    access.KillKey(path);
+    EXPECT_EQ(access.KeyExists(path), kTrue);
+    access.KillKey(path + "\\Sub");
+    EXPECT_EQ(std::make_tuple(access.KeyExists(path + "\\Sub"), access.KeyExists(path)), std::make_tuple(kFalse, kTrue));
+    access.KillValue(path, "n");
+    EXPECT_EQ(Get("\\Class", "n"), std::nullopt);
+    access.CreateKeyIfDoesntExists(kFalse);
+    EXPECT_EQ(access.WriteString(path + "\\Other", "s", "x"), 0);
+    EXPECT_FALSE(KeyThere("\\Class\\Other"));
 }
 
 }  // namespace

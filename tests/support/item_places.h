@@ -124,6 +124,46 @@ public:
         return true;
     }
 
+    // Every item on the machine, sorted: "HKLM RunOnce\\AutorunsDisabled Tool=C:\\t.exe" for a
+    // value (its type in brackets unless text, data up to the first NUL), "ini " and the
+    // text of Settings.ini, "lnk 25 name -> target" for each new shortcut.
+    std::vector<std::string> Everything() {
+        std::vector<std::string> all;
+        std::vector<std::pair<platform::RegHandle, std::string>> keys;
+        for (auto root : {HKLM, HKCU})
+            for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"}) keys.push_back({root, key});
+        keys.push_back({HKLM, kRdpwd});
+        keys.push_back({HKLM, kWinlogon});
+        for (const auto& [root, key] : keys)
+            for (const std::string below : {"", "\\AutorunsDisabled"}) {
+                const std::string path = (key[0] == 'R' ? kRunBase : "") + key + below;
+                platform::RegHandle handle = 0;
+                if (registry_.RegOpenKeyExA(root, path.c_str(), 0, platform::reg::kRead, &handle) != 0) continue;
+                for (std::uint32_t i = 0;; ++i) {
+                    char name[300];
+                    std::uint8_t data[1024];
+                    std::uint32_t nameLength = sizeof name, type = 0, dataLength = sizeof data;
+                    if (registry_.RegEnumValueA(handle, i, name, &nameLength, &type, data, &dataLength) != 0) break;
+                    const std::string text(reinterpret_cast<char*>(data), dataLength);
+                    const bool logon = key[0] != 'R';
+                    if (logon && std::string(name) != "StartupPrograms" && std::string(name) != "Userinit" &&
+                        std::string(name) != "Shell")
+                        continue;
+                    all.push_back((root == HKLM ? "HKLM " : "HKCU ") + (logon ? std::string(name) : key) + below +
+                                  (logon ? "=" : " " + std::string(name) + "=") + text.substr(0, text.find('\0')) +
+                                  (type == platform::reg::kSz ? "" : " [" + std::to_string(type) + "]"));
+                }
+                registry_.RegCloseKey(handle);
+            }
+        std::string ini;
+        if (machine_.Files().ReadWholeFile(SettingsFile(), &ini) && !ini.empty()) all.push_back("ini " + ini);
+        for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
+            for (const auto& name : NewFolderFiles(csidl))
+                all.push_back("lnk " + std::to_string(csidl) + " " + name + " -> " + Target(csidl, name));
+        std::sort(all.begin(), all.end());
+        return all;
+    }
+
     std::string SettingsFile() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\Settings.ini"; }
     storage::IniFile& Ini(const std::string& section) {
         ini_.IniFilePath(SettingsFile());
