@@ -4,6 +4,7 @@
 
 #include "discovery/ItemList.h"
 #include "frame/catalogue.h"
+#include "storage/filesearch.h"
 #include "vb/vb.h"
 
 namespace tessmark::forms {
@@ -43,7 +44,8 @@ void FrmEdit::Command1_Click(int Index) {
             return;
         }
         const discovery::ItemRow& row = main_.ListView1.SelectedItem();
-        if (txtName.Text == row.Text && txtPath.Text == row.SubItems(1)) {
+        // The boxes hold the row's texts as shown, without the NUL a value name keeps.
+        if (txtName.Text == storage::StripAtNull(row.Text) && txtPath.Text == storage::StripAtNull(row.SubItems(1))) {
             shared.EditedItemName.clear();
             shared.EditedItemPath.clear();
         } else {
@@ -76,8 +78,9 @@ void FrmMain2::mnuProp_Click() {
     dialog.Form_Load();
     const discovery::ItemRow& row = ListView1.SelectedItem();
     dialog.lblSection.Caption = vb::UCase(row.SubItems(3));
-    dialog.txtName.Text = row.Text;
-    dialog.txtPath.Text = row.SubItems(1);
+    // An edit box holds text up to its first NUL.
+    dialog.txtName.Text = storage::StripAtNull(row.Text);
+    dialog.txtPath.Text = storage::StripAtNull(row.SubItems(1));
     if (!editable) {
         dialog.txtName.Enabled = false;
         dialog.txtPath.Enabled = false;

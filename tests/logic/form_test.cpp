@@ -18,6 +18,7 @@ using namespace tessmark;
 using platform::memory::MessageBoxCall;
 using platform::memory::ProcessEnded;
 using tessmark::testing::StoredValue;
+using namespace std::string_literals;
 namespace section = frame::section;
 
 namespace {
@@ -211,9 +212,9 @@ protected:
     }
     void TearDown() override { tessmark::testing::DeleteTree(machine->Registry(), HKLM, kBase + "RunOnceEx"); }
 
-    discovery::ItemRow& AddRow(const std::string& section, discovery::RowTag tag) {
+    discovery::ItemRow& AddRow(const std::string& section, discovery::RowTag tag, const std::string& text = "Tool") {
         discovery::ItemRow& row = form.ListView1.Add();
-        std::tie(row.Text, row.SubItems(1), row.SubItems(3), row.Tag) = std::tie("Tool", kNotepad, section, tag);
+        std::tie(row.Text, row.SubItems(1), row.SubItems(3), row.Tag) = std::tie(text, kNotepad, section, tag);
         form.ListView1.Select(row);
         return row;
     }
@@ -297,9 +298,11 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
         const char* newName;  // null: OK with nothing changed
         bool enabled, locked;
         const char* mark;
+        std::string text = "Tool";
     } cases[] = {
         {"runexall", "Registry\\All Users\\Run", 3L, "Renamed", true, false, "DELETESELECTED"},
         {"runexall", "Registry\\All Users\\Run", 3L, nullptr, true, false, ""},
+        {"runexall", "Registry\\All Users\\Run", 3L, nullptr, true, false, "", "Tool\0"s},  // as a value name is listed
         {"main", "Registry\\All Users\\Run", 3L, "Renamed", false, false, ""},
         {"allUsers", "All Users\\Startup", 1L, "Renamed", false, true, ""},
         {"main", "Registry\\All Users\\Logon\\Shell", std::string("8"), nullptr, false, false, ""},
@@ -309,13 +312,13 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
         form.ListView1.Clear();
         form.Tag.clear();
         boxes.clear();
-        const discovery::ItemRow& row = AddRow(c.section, c.tag);
+        const discovery::ItemRow& row = AddRow(c.section, c.tag, c.text);
         form.treeAuto.Select(std::string(c.node));
         const int beeps = machine->Ui().beeps;
         view.edit = [&](forms::FrmEdit& dialog) {
-            EXPECT_EQ(std::make_tuple(dialog.lblSection.Caption, dialog.txtPath.Text, dialog.txtName.Enabled,
-                                      dialog.cmdChangeEnabled, dialog.txtPath.Locked),
-                      std::make_tuple(vb::UCase(c.section), kNotepad, c.enabled, c.enabled, c.locked));
+            EXPECT_EQ(std::make_tuple(dialog.lblSection.Caption, dialog.txtName.Text, dialog.txtPath.Text,
+                                      dialog.txtName.Enabled, dialog.cmdChangeEnabled, dialog.txtPath.Locked),
+                      std::make_tuple(vb::UCase(c.section), "Tool", kNotepad, c.enabled, c.enabled, c.locked));
             if (c.newName) dialog.txtName.Text = c.newName;
             dialog.Command1_Click(0);
             EXPECT_FALSE(dialog.Loaded());
@@ -326,7 +329,7 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
         EXPECT_EQ(boxes.size(), c.locked ? 1u : 0u);
         EXPECT_EQ(machine->Ui().beeps, beeps + 1);
         EXPECT_EQ(form.publicVar.EditedItemName, "");
-        EXPECT_EQ(row.Text, "Tool");
+        EXPECT_EQ(row.Text, c.text);
     }
     // Rows but none selected: nothing traps the failed read.
     form.ListView1.Clear();
