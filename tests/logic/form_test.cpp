@@ -220,41 +220,50 @@ protected:
     }
 };
 
-TEST_F(Dialogs, MoveWritesTheTargetOfItsTableAndKeepsTheSource) {
+TEST_F(Dialogs, MoveWritesTheListedPathToTheTargetOfItsTableAndKeepsTheSource) {
+    const std::string source = "HKLM Run Tool=\"C:\\windows\\notepad.exe\" /min";
+    const std::string written = " Tool=C:\\windows\\notepad.exe";
+    // By the dialog's nodes in order; empty: nothing written.
     const struct {
-        std::string_view source, target;
-        platform::RegHandle root;
-        const char* key;  // null: nothing is written anywhere
-        const char* note;
+        const char* target;
+        std::string value;
+        const char* mark;
     } cases[] = {
-        {"runexall", "runoncecurr", HKCU, "RunOnce", "an ordinary target"},
-        {"runexall", "runserviceall", HKLM, "RunOnceEx", "Run Services of all users writes RunOnceEx"},
-        {"runexall", "runservicecurr", HKCU, nullptr, "the table's spelling reaches no node"},
-        {"runexall", "main", HKCU, nullptr, "All Items is no target"},
-        {"runexall", "runserviceonceall", HKLM, nullptr, "equal positions in the two trees"},
+        {"main", "", "DELETESELECTED"}, {"registry", "", ""}, {"regall", "", ""},
+        {"runexall", "HKLM Run" + written, "DELETESELECTED"},
+        {"runonceall", "HKLM RunOnce" + written, "DELETESELECTED"},
+        {"runserviceall", "HKLM RunOnceEx" + written, "DELETESELECTED"},  // Run Services of all users
+        {"runserviceonceall", "", "DELETESELECTED"},  // its position is the source node's in the main tree
+        {"regcurr", "", ""},
+        {"runcurr", "HKCU Run" + written, "DELETESELECTED"},
+        {"runoncecurr", "HKCU RunOnce" + written, "DELETESELECTED"},
+        {"runservicecurr", "", "DELETESELECTED"},  // the table's spelling reaches no node
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.note);
-        places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
-        form.treeAuto.Select(std::string(c.source));
+    ASSERT_EQ(std::size(cases), frame::kMoveTree.size());
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        const auto& c = cases[i];
+        places.Set(HKLM, kRun, "Tool", "\"C:\\windows\\notepad.exe\" /min");
+        form.treeAuto.Select("runexall");
         form.treeAuto_Click();
         form.Tag.clear();
+        boxes.clear();
         view.move = [&](forms::FrmMove& dialog) {
             EXPECT_EQ(tessmark::testing::Shown(dialog.lblEntry.Caption), "Selected item: Tool");
             EXPECT_EQ(dialog.treeAuto.SelectedItem().Key, "main");
-            dialog.treeAuto.Select(std::string(c.target));
+            EXPECT_EQ(dialog.treeAuto.Nodes[i].Key, c.target);
+            dialog.treeAuto.Select(c.target);
             dialog.cmdCommon_Click(0);
-            EXPECT_FALSE(dialog.Loaded());
+            if (dialog.Loaded()) dialog.cmdCommon_Click(1);
         };
         form.FrmMenu.Choose(form.FrmMenu.mnuMove);
-        EXPECT_EQ(form.Tag, "DELETESELECTED");
-        EXPECT_TRUE(boxes.empty());
-        for (auto root : {HKLM, HKCU})
-            for (const char* key : {"Run", "RunOnce", "RunOnceEx", "RunServices", "RunServiceOnce"}) {
-                const bool source = std::string(key) == "Run" && root == HKLM;
-                const bool target = c.key != nullptr && root == c.root && std::string(key) == c.key;
-                EXPECT_EQ(places.Value(root, kBase + key, "Tool").has_value(), source || target) << key;
-            }
+        // The source stays, unless it is itself the target.
+        std::vector<std::string> expected;
+        if (c.target != "runexall"s) expected.push_back(source);
+        if (!c.value.empty()) expected.push_back(c.value);
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(places.Everything(), expected) << c.target;
+        EXPECT_EQ(form.Tag, c.mark) << c.target;
+        EXPECT_EQ(boxes.size(), *c.mark ? 0u : 1u) << c.target;
         for (auto root : {HKLM, HKCU})
             for (const char* key : {"Run", "RunOnce", "RunOnceEx"})
                 tessmark::testing::DeleteTree(machine->Registry(), root, kBase + key);

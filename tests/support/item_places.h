@@ -131,7 +131,8 @@ public:
         std::vector<std::string> all;
         std::vector<std::pair<platform::RegHandle, std::string>> keys;
         for (auto root : {HKLM, HKCU})
-            for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"}) keys.push_back({root, key});
+            for (const char* key : {"Run", "RunOnce", "RunOnceEx", "RunServices", "RunServiceOnce"})
+                keys.push_back({root, key});
         keys.push_back({HKLM, kRdpwd});
         keys.push_back({HKLM, kWinlogon});
         for (const auto& [root, key] : keys)
