@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "discovery/Logon.h"
 #include "frame/FrmMain2.h"
 #include "frame/catalogue.h"
 #include "item_places.h"
@@ -319,9 +320,12 @@ TEST_F(Items, OnlyDisablingLogsAndTheCopyIsTextOfThePathHandedIn) {
 }
 
 TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
-    using Op = void (operations::ItemOperations::*)(const std::string&, const std::string&, const std::string&);
-    const Op D = &operations::ItemOperations::DisableLogon, E = &operations::ItemOperations::EnableLogon,
-             X = &operations::ItemOperations::DeleteLogon;
+    using Op = std::function<void(const std::string&, const std::string&, const std::string&)>;
+    const Op D = [&](auto&... a) { ops.DisableLogon(a...); }, E = [&](auto&... a) { ops.EnableLogon(a...); },
+             X = [&](auto&... a) { ops.DeleteLogon(a...); },
+             A = [&](const std::string& key, const std::string& member, const std::string& folder) {
+                 discovery::AddLogonFolder(form.Context(), key, folder, member);
+             };
     const struct {
         Op op;
         const char *folder, *live, *disabled, *member, *liveAfter, *disabledAfter;  // null: no value
@@ -350,6 +354,9 @@ TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
         {E, "StartupPrograms", "L", "first,second", "second", "L,second", "f"},
         {E, "Userinit", "L", "alpha,beta", "zz", "L,zz", "ha,beta"},
         {E, "Userinit", "L", "B", "B", "L,B", nullptr},      {E, "StartupPrograms", "L", "B,", "B", "L,B", nullptr},
+        // Putting a member back appends it to the live list alone.
+        {A, "Userinit", "L", "B", "B", "L,B", "B"},          {A, "Shell", "\"L\"  ", nullptr, "B", "L B", nullptr},
+        {A, "StartupPrograms", "L, ", nullptr, "B", "L,B", nullptr}, {A, "Userinit", nullptr, nullptr, "B", "B", nullptr},
     };
     auto stored = [](const char* text) { return text ? std::optional(StoredValue{kSz, text}) : std::nullopt; };
     for (const auto& c : cases) {
@@ -361,7 +368,7 @@ TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
         if (c.live) places.Set(HKLM, key, c.folder, c.live);
         if (c.disabled) places.Set(HKLM, disabled, c.folder, c.disabled);
         places.Set(HKLM, key, "Other", "stays");
-        (ops.*c.op)(key, c.member, c.folder);
+        c.op(key, c.member, c.folder);
         EXPECT_EQ(places.Value(HKLM, key, c.folder), stored(c.liveAfter)) << label;
         EXPECT_EQ(places.Value(HKLM, disabled, c.folder), stored(c.disabledAfter)) << label;
         EXPECT_EQ(places.KeyExists(HKLM, disabled), c.disabledAfter != nullptr) << label;
