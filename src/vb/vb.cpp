@@ -185,12 +185,6 @@ std::string Hex(std::int32_t value) {
     return buffer;
 }
 
-std::string Hex16(std::int16_t value) {
-    char buffer[8];
-    std::snprintf(buffer, sizeof buffer, "%X", static_cast<unsigned>(static_cast<std::uint16_t>(value)));
-    return buffer;
-}
-
 std::vector<std::string> Split(const std::string& s, const std::string& delimiter) {
     std::vector<std::string> pieces;
     if (s.empty()) return pieces;
@@ -281,12 +275,6 @@ Integer& Integer::operator+=(long delta) {
         throw VbError(err::kOverflow);
     value_ = static_cast<std::int16_t>(sum);
     return *this;
-}
-
-std::int32_t CheckedLong(long long value) {
-    if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max())
-        throw VbError(err::kOverflow);
-    return static_cast<std::int32_t>(value);
 }
 
 }  // namespace tessmark::vb

@@ -94,9 +94,8 @@ std::vector<std::string> Split(const std::string& s, const std::string& delimite
 
 // ---- numbers -----------------------------------------------------------------
 
-// Hex of a 16-bit or 32-bit value: negatives as their two's complement.
+// Hex of a 32-bit value: negatives as their two's complement.
 std::string Hex(std::int32_t value);
-std::string Hex16(std::int16_t value);
 // Format(value, "00") and the like: at least `digits` digits, zero-padded.
 std::string FormatDigits(long value, int digits);
 // Str-like decimal text without the leading blank ("12", "-3").
@@ -125,9 +124,6 @@ public:
 private:
     std::int16_t value_;
 };
-
-// A 32-bit Long with the same rule.
-std::int32_t CheckedLong(long long value);
 
 // ---- dynamic arrays ---------------------------------------------------------
 

@@ -99,11 +99,20 @@ TEST(VbErrors, ResumeSkipsOnlyTheFailingStatement) {
 }
 
 TEST(VbErrors, TopLevelHandlerShowsTheMessageAndEndsWhateverWasThrown) {
-    const struct { std::function<void()> fail; int number; const char* prompt; } cases[] = {
-        {[] { throw VbError(err::kSubscript); }, 9, "Run-time error '9':\r\n\r\nSubscript out of range"},
+    struct Case { std::function<void()> fail; int number; string prompt; };
+    std::vector<Case> cases = {
         {[] { throw std::bad_alloc(); }, 7, "Run-time error '7':\r\n\r\nOut of memory"},
         {[] { throw std::logic_error("x"); }, 51, "Run-time error '51':\r\n\r\nInternal error"},
     };
+    const std::pair<int, const char*> descriptions[] = {{5, "Invalid procedure call or argument"}, {6, "Overflow"},
+        {9, "Subscript out of range"}, {11, "Division by zero"}, {13, "Type mismatch"}, {52, "Bad file name or number"},
+        {53, "File not found"}, {70, "Permission denied"}, {75, "Path/File access error"}, {76, "Path not found"},
+        {91, "Object variable or With block variable not set"}, {424, "Object required"},
+        {429, "ActiveX component can't create object"}, {438, "Object doesn't support this property or method"},
+        {1000, "Application-defined or object-defined error"}};
+    for (auto [number, text] : descriptions)
+        cases.push_back({[number] { throw VbError(number); }, number,
+                         "Run-time error '" + std::to_string(number) + "':\r\n\r\n" + text});
     for (const auto& c : cases) {
         tessmark::platform::memory::RecordingUi ui;
         int ended = -1;
