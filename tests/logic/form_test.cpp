@@ -202,6 +202,33 @@ TEST_F(MainForm, TheLeftButtonMinimisesClosesAndDragsByTheCaptionStripAndOnlyThe
     EXPECT_EQ(machine->Ui().trayRemovals, 3);
 }
 
+TEST_F(MainForm, CaptionButtonsChangeTheirBitmapsOnlyWhenTheMouseEntersAnotherPart) {
+    using F = frame::FrmMain2;
+    const struct {
+        void (*event)(F&);
+        const char *close, *minimise;
+    } steps[] = {
+        {[](F& f) { f.CmdClose_MouseMove(); }, "close_hover", "minimize_normal"},
+        {[](F& f) { f.CmdClose_MouseDown(2); }, "close_hover", "minimize_normal"},
+        {[](F& f) { f.CmdClose_MouseDown(1); }, "CLOSE_DOWN", "minimize_normal"},
+        {[](F& f) { f.CmdClose_MouseMove(); }, "CLOSE_DOWN", "minimize_normal"},
+        {[](F& f) { f.CmdMinimise_MouseMove(); }, "close_normal", "minimize_hover"},
+        {[](F& f) { f.CmdMinimise_MouseDown(2); }, "close_normal", "minimize_hover"},
+        {[](F& f) { f.CmdMinimise_MouseDown(1); }, "close_normal", "MINIMIZE_DOWN"},
+        {[](F& f) { f.CmdMinimise_MouseMove(); }, "close_normal", "MINIMIZE_DOWN"},
+        {[](F& f) { f.CmdClose_MouseMove(); }, "close_hover", "minimize_normal"},
+        {[](F& f) { f.Form_MouseMove(); }, "close_normal", "minimize_normal"},
+        {[](F& f) { f.CmdMinimise_MouseDown(1); }, "close_normal", "MINIMIZE_DOWN"},
+        {[](F& f) { f.Form_MouseMove(); }, "close_normal", "MINIMIZE_DOWN"},
+        {[](F& f) { f.Form_Resize(); }, "close_normal", "minimize_normal"},
+    };
+    for (const auto& step : steps) {
+        step.event(form);
+        EXPECT_EQ(std::make_pair(form.CmdClosePicture, form.CmdMinimisePicture), std::make_pair(std::string(step.close), std::string(step.minimise)))
+            << "step " << &step - steps;
+    }
+}
+
 class Dialogs : public MainForm {
 protected:
     void SetUp() override {
@@ -344,6 +371,35 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
     form.ListView1.Clear();
     form.ListView1.Add();
     EXPECT_THROW(form.mnuProp_Click(), vb::VbError);
+}
+
+TEST_F(Dialogs, TrayMessagesAndShowHideBringTheListBackWithTheMarkStop) {
+    places.Set(HKLM, kRun, "Tool", kNotepad);
+    form.treeAuto.Select("runexall");
+    // The tray's message arrives as X in twips: a double click shows and fills, a right click pops the tray menu.
+    const struct {
+        std::function<void()> act;
+        int shows, removals, rows;
+        std::vector<std::string> popups;
+        const char* tag;
+    } steps[] = {
+        {[&] { form.pictray_MouseDown(0, 0, 512 * 15, 0); }, 0, 0, 0, {}, ""},
+        {[&] { form.pictray_MouseDown(0, 0, 517 * 15, 0); }, 0, 0, 0, {"mnutrayoption"}, ""},
+        {[&] { form.pictray_MouseDown(0, 0, 515 * 15 + 7, 0); }, 1, 1, 1, {"mnutrayoption"}, "Stop"},
+        // The entry's check goes on and off; only switching it on acts.
+        {[&] { form.FrmMenu.mnutrayshowhide_Click(); }, 2, 2, 1, {"mnutrayoption"}, "Stop"},
+        {[&] { form.FrmMenu.mnutrayshowhide_Click(); }, 2, 2, 0, {"mnutrayoption"}, ""},
+        {[&] { form.treeAuto_KeyPress(13); }, 2, 2, 1, {"mnutrayoption"}, ""},
+    };
+    for (const auto& step : steps) {
+        form.Tag.clear();
+        form.ListView1.Clear();
+        step.act();
+        EXPECT_EQ(std::make_tuple(view.shows, machine->Ui().trayRemovals, form.ListView1.Count(), view.popups),
+                  std::make_tuple(step.shows, step.removals, step.rows, step.popups))
+            << "step " << &step - steps;
+        EXPECT_EQ(form.Tag, step.tag) << "step " << &step - steps;
+    }
 }
 
 TEST_F(Dialogs, OnlyHandledMenuEntriesAct) {
