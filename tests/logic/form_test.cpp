@@ -70,10 +70,15 @@ TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
     SeedEverySection();
     form.Form_Load();
 
-    ASSERT_EQ(form.treeAuto.Nodes.size(), 10u);
+    // Key, caption, parent and picture of each node, all expanded.
+    std::vector<std::string> nodes;
+    for (const auto& n : form.treeAuto.Nodes)
+        nodes.push_back(n.Key + "|" + n.Text + "|" + n.ParentKey + "|" + std::to_string(n.Image) + (n.Expanded ? "" : "|shut"));
+    EXPECT_EQ(nodes, (std::vector<std::string>{"main|All Items||5", "startFolder|Startup Folder|main|1",
+        "allUsers|All Users|startFolder|4", "currUser|Current User|startFolder|2", "registry|Registry|main|3",
+        "regall|All Users|registry|4", "runexall|Run|regall|3", "runonceall|Run Once|regall|3",
+        "runserviceall|Run Services|regall|3", "runserviceonceall|Run Services Once|regall|3"}));
     EXPECT_EQ(form.treeAuto.SelectedItem().Key, "main");
-    EXPECT_TRUE(std::all_of(form.treeAuto.Nodes.begin(), form.treeAuto.Nodes.end(),
-                            [](const frame::TreeNodeState& n) { return n.Expanded; }));
     EXPECT_EQ(form.WindowsFolder(), machine->Files().Environ("windir"));
     EXPECT_EQ(form.ListView1.Count(), 9);
     EXPECT_EQ(form.lbltotalitem.Caption, "Total  Item(s) :      9");
@@ -254,17 +259,19 @@ TEST_F(Dialogs, MoveWritesTheListedPathToTheTargetOfItsTableAndKeepsTheSource) {
     const struct {
         const char* target;
         std::string value;
-        const char* mark;
+        const char *mark, *node;  // caption, parent and picture; the current user's as the main tree's twins
     } cases[] = {
-        {"main", "", "DELETESELECTED"}, {"registry", "", ""}, {"regall", "", ""},
-        {"runexall", "HKLM Run" + written, "DELETESELECTED"},
-        {"runonceall", "HKLM RunOnce" + written, "DELETESELECTED"},
-        {"runserviceall", "HKLM RunOnceEx" + written, "DELETESELECTED"},  // Run Services of all users
-        {"runserviceonceall", "", "DELETESELECTED"},  // its position is the source node's in the main tree
-        {"regcurr", "", ""},
-        {"runcurr", "HKCU Run" + written, "DELETESELECTED"},
-        {"runoncecurr", "HKCU RunOnce" + written, "DELETESELECTED"},
-        {"runservicecurr", "", "DELETESELECTED"},  // the table's spelling reaches no node
+        {"main", "", "DELETESELECTED", "All Items||5"}, {"registry", "", "", "Registry|main|3"},
+        {"regall", "", "", "All Users|registry|4"},
+        {"runexall", "HKLM Run" + written, "DELETESELECTED", "Run|regall|3"},
+        {"runonceall", "HKLM RunOnce" + written, "DELETESELECTED", "Run Once|regall|3"},
+        {"runserviceall", "HKLM RunOnceEx" + written, "DELETESELECTED", "Run Services|regall|3"},  // of all users
+        // Its position is the source node's in the main tree.
+        {"runserviceonceall", "", "DELETESELECTED", "Run Services Once|regall|3"},
+        {"regcurr", "", "", "Current User|registry|4"},
+        {"runcurr", "HKCU Run" + written, "DELETESELECTED", "Run|regcurr|3"},
+        {"runoncecurr", "HKCU RunOnce" + written, "DELETESELECTED", "Run Once|regcurr|3"},
+        {"runservicecurr", "", "DELETESELECTED", "Run Services|regcurr|3"},  // the table's spelling reaches no node
     };
     ASSERT_EQ(std::size(cases), frame::kMoveTree.size());
     for (std::size_t i = 0; i < std::size(cases); ++i) {
@@ -278,6 +285,8 @@ TEST_F(Dialogs, MoveWritesTheListedPathToTheTargetOfItsTableAndKeepsTheSource) {
             EXPECT_EQ(tessmark::testing::Shown(dialog.lblEntry.Caption), "Selected item: Tool");
             EXPECT_EQ(dialog.treeAuto.SelectedItem().Key, "main");
             EXPECT_EQ(dialog.treeAuto.Nodes[i].Key, c.target);
+            EXPECT_EQ(dialog.treeAuto.Nodes[i].Text + "|" + dialog.treeAuto.Nodes[i].ParentKey + "|" +
+                          std::to_string(dialog.treeAuto.Nodes[i].Image), c.node);
             dialog.treeAuto.Select(c.target);
             dialog.cmdCommon_Click(0);
             if (dialog.Loaded()) dialog.cmdCommon_Click(1);

@@ -168,6 +168,16 @@ TEST_F(Registry, ExportWithABoxWritesEachKindOfValueOnItsLineKeyBeforeSubkeys) {
     TextBox box;
     EXPECT_EQ(machines::ExportProbe::Export(access, "HKCU\\" + kScratch + "\\Export", folder + "\\no\\such.reg", kTrue, box),
               kFalse);
+    // Every short root name becomes its long one; a key that can't be read still gets its block.
+    string lines;
+    for (const char* root : {"HKCU", "hklm", "HKCR", "HKUS", "HKPD", "HKDD", "HKCC"}) {
+        EXPECT_EQ(machines::ExportProbe::Export(access, string(root) + "\\TessmarkNone", folder + "\\roots.reg", kTrue, box), kTrue);
+        lines += box.Text + "|";
+    }
+    EXPECT_EQ(lines, "HKEY_CURRENT_USER\\TessmarkNone|HKEY_LOCAL_MACHINE\\TessmarkNone|HKEY_CLASSES_ROOT\\TessmarkNone|"
+                     "HKEY_USERS\\TessmarkNone|HKEY_PERFORMANCE_DATA\\TessmarkNone|HKEY_DYN_DATA\\TessmarkNone|"
+                     "HKEY_CURRENT_CONFIG\\TessmarkNone|");
+    EXPECT_EQ(Read(folder + "\\roots.reg").substr(0, 37), "[HKEY_CURRENT_USER\\TessmarkNone]\r\n\r\n[");
 }
 
 TEST_F(Registry, ImportAppliesEachLineAsTheDialectReadsIt) {
