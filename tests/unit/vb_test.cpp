@@ -86,8 +86,11 @@ TEST(VbArray, ReDimPreserveKeepsWhatFitsAndEraseUndimensions) {
     EXPECT_EQ(ErrorOf([&] { a[3]; }), err::kSubscript);
     a.ReDim(1);
     EXPECT_EQ(a[0], "");
+    a[0] = "y";
     a.Erase();
     EXPECT_FALSE(a.IsDimensioned());
+    a.ReDimPreserve(0);
+    EXPECT_EQ(a[0], "") << "nothing survives an erase";
 }
 
 TEST(VbErrors, ResumeSkipsOnlyTheFailingStatement) {
