@@ -48,7 +48,7 @@ public:
     MenuEntry mnuAddProgram{"mnuAddProgram", "Add Program"};
     MenuEntry Sep5{"Sep5", "-"};
     MenuEntry mnuDisable{"mnuDisable", "Disable", &FrmMenu::mnuDisable_Click, "F2"};
-    MenuEntry mnuDelete{"mnuDelete", "Delete"};
+    MenuEntry mnuDelete{"mnuDelete", "Delete", nullptr, "Del"};
     MenuEntry mnuMove{"mnuMove", "Move", &FrmMenu::mnuMove_Click};
     MenuEntry Sep4{"Sep4", "-"};
     MenuEntry mnuProp{"mnuProp", "Edit Properties", &FrmMenu::mnuProp_Click};

@@ -157,6 +157,7 @@ private:
     void BackupRegistry();
 
     platform::Ports ports_;
+    int modalDialogs_ = 0;  // open modal dialogs
     platform::ShFileInfo shellRecord_{};
     storage::IniFile objinifile_;
     discovery::ScanContext context_;

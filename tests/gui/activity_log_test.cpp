@@ -2,10 +2,6 @@
 // names, paths and sections the list shows.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <mutex>
-#include <thread>
-
 #include "gui_driver.h"
 #include "item_places.h"
 #include "win32/app/control_ids.h"
@@ -15,43 +11,30 @@ namespace {
 using namespace tessmark::gui;
 namespace id = tessmark::app::id;
 
-// The buffer and the two events through which every process's debug output
-// reaches a viewer, read by a thread of its own.
+// The buffer and the two events through which the debug output of every
+// process reaches a viewer. A writer waits for each line to be read.
 class DebugOutput {
 public:
-    explicit DebugOutput(DWORD process) : process_(process), reader_([this] { Read(); }) {}
     ~DebugOutput() {
-        stop_ = true;
-        reader_.join();
+        UnmapViewOfFile(view_);
+        for (HANDLE handle : {buffer_, ready_, data_}) CloseHandle(handle);
     }
-    std::vector<std::string> Lines() {
-        std::lock_guard lock(mutex_);
+    // The lines of the process read so far.
+    const std::vector<std::string>& Lines() {
+        while (WaitForSingleObject(data_, 0) == WAIT_OBJECT_0) {
+            if (*reinterpret_cast<const DWORD*>(view_) == process) lines_.emplace_back(view_ + sizeof(DWORD));
+            SetEvent(ready_);
+        }
         return lines_;
     }
+    DWORD process = 0;
 
 private:
-    void Read() {
-        HANDLE buffer = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 4096, "DBWIN_BUFFER");
-        HANDLE ready = CreateEventA(nullptr, FALSE, TRUE, "DBWIN_BUFFER_READY");
-        HANDLE data = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_DATA_READY");
-        const auto* view = static_cast<const char*>(MapViewOfFile(buffer, FILE_MAP_READ, 0, 0, 4096));
-        while (!stop_) {
-            if (WaitForSingleObject(data, 50) != WAIT_OBJECT_0) continue;
-            if (*reinterpret_cast<const DWORD*>(view) == process_) {
-                std::lock_guard lock(mutex_);
-                lines_.emplace_back(view + sizeof(DWORD));
-            }
-            SetEvent(ready);
-        }
-        UnmapViewOfFile(view);
-        for (HANDLE handle : {buffer, ready, data}) CloseHandle(handle);
-    }
-
-    DWORD process_;
-    std::atomic<bool> stop_ = false;
-    std::mutex mutex_;
+    HANDLE buffer_ = CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 4096, "DBWIN_BUFFER");
+    HANDLE ready_ = CreateEventA(nullptr, FALSE, TRUE, "DBWIN_BUFFER_READY");
+    HANDLE data_ = CreateEventA(nullptr, FALSE, FALSE, "DBWIN_DATA_READY");
+    const char* view_ = static_cast<const char*>(MapViewOfFile(buffer_, FILE_MAP_READ, 0, 0, 4096));
     std::vector<std::string> lines_;
-    std::thread reader_;  // last: it starts once the rest is made
 };
 
 std::string PassLine(const ListRow& r) {
@@ -69,12 +52,15 @@ TEST(ActivityLog, StartAndDisableLinesAreWholeAndNameTheListsTexts) {
     places.Set(ItemPlaces::HKLM, tessmark::testing::kRdpwd, "StartupPrograms", "notepad");
     places.Shortcut(tessmark::platform::kCsidlCommonStartup, "Editor.lnk", "C:\\windows\\regedit.exe");
 
+    DebugOutput log;
     Program program;
-    DebugOutput log(GetProcessId(program.Process()));
+    log.process = GetProcessId(program.Process());
     HWND window = program.WaitForMainWindow();
     ASSERT_NE(window, nullptr);
+    // The rows of the first pass, then the start message, then the end of the start.
+    ASSERT_TRUE(WaitUntil([&] { return log.Lines().size() == 2; }));
     ASSERT_TRUE(program.DismissStartMessage());
-    ASSERT_TRUE(WaitUntil([&] { return !log.Lines().empty() && log.Lines().back() == "Tessmark - Form_Load\n"; }));
+    ASSERT_TRUE(WaitUntil([&] { return log.Lines().size() == 3; }));
     HWND list = Descendant(window, id::ListView1), tree = Descendant(window, id::treeAuto);
     const auto rows = ListRows(program, list);
     ASSERT_EQ(rows.size(), 2u);
