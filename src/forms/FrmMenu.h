@@ -6,13 +6,10 @@
 #include <utility>
 #include <vector>
 
-namespace tessmark::frame {
-class FrmMain2;
-}
-
 namespace tessmark::forms {
 
 class FrmMenu;
+class MainForm;
 
 struct MenuEntry {
     using Handler = void (FrmMenu::*)();
@@ -36,7 +33,7 @@ struct Menu {
 
 class FrmMenu {
 public:
-    explicit FrmMenu(frame::FrmMain2& main) : main_(main) {}
+    explicit FrmMenu(MainForm& main) : main_(main) {}
     FrmMenu(const FrmMenu&) = delete;
     FrmMenu& operator=(const FrmMenu&) = delete;
 
@@ -79,7 +76,7 @@ public:
     void mnutrayexit_Click();
 
 private:
-    frame::FrmMain2& main_;
+    MainForm& main_;
 };
 
 }  // namespace tessmark::forms

@@ -18,16 +18,6 @@ namespace tessmark::frame {
 using namespace discovery;
 using vb::Resume;
 
-const TreeNodeState& TreeState::SelectedItem() const {
-    if (selected < 0 || selected >= static_cast<long>(Nodes.size())) throw vb::VbError(vb::err::kObjectNotSet);
-    return Nodes[static_cast<std::size_t>(selected)];
-}
-
-void TreeState::Select(const std::string& key) {
-    for (std::size_t i = 0; i < Nodes.size(); ++i)
-        if (Nodes[i].Key == key) selected = static_cast<long>(i);
-}
-
 FrmMain2::FrmMain2(platform::Ports ports)
     : ports_(ports),
       objinifile_(ports.files),
