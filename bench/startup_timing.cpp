@@ -1,12 +1,15 @@
 // Measures how long the program takes from its start to a list that shows
-// every entry of a Run key of N values, beside the same for a bare program
-// that fills a list from the key (its floor), once with the fewest calls and
-// once with the calls the program itself makes: nine starts each, in turns, for
-// 10 and for 1,000 values, with the medians and their ratios. Not a test; scripts/bench
-// runs it on the release build in a throw-away prefix:
+// every entry of a Run key of N values, beside the same for three floors: a
+// bare program that fills a list from the key with the fewest calls, the same
+// with the calls the program itself makes, and a bare program that builds the
+// program's own window and then makes those calls. Nine starts each, in turns,
+// for 10 and for 1,000 values, with the medians, their ratios and the time to
+// a shown window. Not a test; scripts/bench runs it on the release build in a
+// throw-away prefix:
 //
 //   scripts/wine-exec build/mingw-x64/tests/gui/tessmark_startup_timing.exe
 //       build/release-x64/tessmark.exe build/release-x64/tessmark_startup_floor.exe
+//       build/release-x64/tessmark_startup_floor_window.exe
 //
 // (under a display, with TESSMARK_TEST_PREFIX naming the prefix).
 //
@@ -55,57 +58,74 @@ double Seconds(const LARGE_INTEGER& from, const LARGE_INTEGER& to) {
     return static_cast<double>(to.QuadPart - from.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-// Seconds from the start to a list of at least `rows` rows; negative when it never came.
-double TimeToFilledList(int rows, bool startMessage) {
-    LARGE_INTEGER start, filled;
+struct Start {
+    double shown, filled;  // seconds from the start to a shown window and to a list of the rows
+};
+
+// Negative times when the window or the rows never came.
+Start TimeToFilledList(int rows, bool startMessage) {
+    LARGE_INTEGER start, shown, filled;
     QueryPerformanceCounter(&start);
     Program program;
     HWND window = program.WaitForMainWindow();
-    if (window == nullptr) return -1;
+    if (window == nullptr) return {-1, -1};
+    QueryPerformanceCounter(&shown);
     HWND list = Descendant(window, app::id::ListView1);
     for (;;) {
         if (SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) >= rows) break;
-        if (!program.Running()) return -1;
+        if (!program.Running()) return {-1, -1};
         Sleep(2);
     }
     QueryPerformanceCounter(&filled);
     if (startMessage) program.DismissStartMessage();
     PostMessageA(window, WM_CLOSE, 0, 0);
     program.WaitForExit();
-    return Seconds(start, filled);
+    return {Seconds(start, shown), Seconds(start, filled)};
+}
+
+double Median(std::vector<double> times) {
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 3) {
-        std::fprintf(stderr, "usage: tessmark_startup_timing PROGRAM FLOOR\n");
+    if (argc < 4) {
+        std::fprintf(stderr, "usage: tessmark_startup_timing PROGRAM FLOOR WINDOW-FLOOR\n");
         return 2;
     }
     platform::win32::Win32Registry registry;
+    constexpr int kKinds = 4;
     const struct {
         const char *program, *floorCalls, *label;
-    } starts[] = {{argv[1], "", ""}, {argv[2], "bare", " floor"}, {argv[2], "same-calls", " floor of the same calls"}};
+    } starts[kKinds] = {{argv[1], "", ""},
+                        {argv[2], "bare", " the bare floor"},
+                        {argv[2], "same-calls", " the floor of the same calls"},
+                        {argv[3], "", " the floor of the same window"}};
     for (int values : {10, 1000}) {
         SeedRunKey(registry, values);
-        // The three take turns, so that whatever else the machine does falls on all of them alike.
-        std::vector<double> times[3];
+        // They take turns, so that whatever else the machine does falls on all of them alike.
+        std::vector<double> shown[kKinds], filled[kKinds];
         for (int i = 0; i < kStarts; ++i)
-            for (int which = 0; which < 3; ++which) {
+            for (int which = 0; which < kKinds; ++which) {
                 programPath = WindowsPath(starts[which].program);
                 SetEnvironmentVariableA("TESSMARK_FLOOR", starts[which].floorCalls);
-                times[which].push_back(TimeToFilledList(values, which == 0));
+                const Start start = TimeToFilledList(values, which == 0);
+                shown[which].push_back(start.shown);
+                filled[which].push_back(start.filled);
             }
-        double medians[3];
-        for (int which = 0; which < 3; ++which) {
-            std::sort(times[which].begin(), times[which].end());
-            medians[which] = times[which][kStarts / 2];
-            std::printf("StartToFilledList/%d%s: median %.3f s (", values, starts[which].label, medians[which]);
-            for (double t : times[which]) std::printf(" %.3f", t);
+        for (int which = 0; which < kKinds; ++which) {
+            std::printf("StartToFilledList/%d%s: median %.3f s (", values, which ? starts[which].label : " program",
+                        Median(filled[which]));
+            for (double t : filled[which]) std::printf(" %.3f", t);
             std::printf(" )\n");
         }
-        std::printf("StartToFilledList/%d: %.2f x its floor, %.2f x the floor of the same calls\n", values,
-                    medians[0] / medians[1], medians[0] / medians[2]);
+        for (int which = 1; which < kKinds; ++which)
+            std::printf("StartToFilledList/%d: %.2f x%s\n", values, Median(filled[0]) / Median(filled[which]),
+                        starts[which].label);
+        std::printf("WindowShown/%d: program %.0f ms,%s %.0f ms\n", values, 1000 * Median(shown[0]),
+                    starts[3].label, 1000 * Median(shown[3]));
     }
     // The program's memory once "All Items" shows 10,000 Run values.
     SeedRunKey(registry, 10000);

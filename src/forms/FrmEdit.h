@@ -6,7 +6,8 @@
 #include <string>
 
 #include "forms/SkinnedDialog.h"
-#include "frame/FrmMain2.h"
+#include "forms/Controls.h"
+#include "forms/MainForm.h"
 
 namespace tessmark::forms {
 
@@ -18,11 +19,11 @@ struct TextBoxState {
 
 class FrmEdit : public SkinnedDialog {
 public:
-    explicit FrmEdit(frame::FrmMain2& main);
+    explicit FrmEdit(MainForm& main);
 
     const std::string Caption = "Edit Properties";
     TextBoxState txtName, txtPath;
-    frame::LabelState lblSection;
+    LabelState lblSection;
     bool cmdChangeEnabled = true;
     const std::array<std::string, 2> Command1 = {"&Ok", "&Cancel"};
     static constexpr const char* kHint = "Modify application title or executable location.";
@@ -34,7 +35,7 @@ public:
     void Command1_Click(int Index);
 
 private:
-    frame::FrmMain2& main_;
+    MainForm& main_;
 };
 
 }  // namespace tessmark::forms

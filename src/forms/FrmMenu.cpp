@@ -1,6 +1,6 @@
 #include "forms/FrmMenu.h"
 
-#include "frame/FrmMain2.h"
+#include "forms/MainForm.h"
 
 namespace tessmark::forms {
 
@@ -19,7 +19,7 @@ void FrmMenu::mnutrayabout_Click() { main_.Ports().ui.MsgBox("AboutClick", 0, ""
 void FrmMenu::mnutrayshowhide_Click() {
     mnutrayshowhide.Checked = !mnutrayshowhide.Checked;
     if (!mnutrayshowhide.Checked) return;
-    main_.Tag = "Stop";
+    main_.SetTag("Stop");
     main_.Ports().ui.RemoveTrayIcon();
     main_.Show();
     main_.treeAuto_Click();

@@ -6,13 +6,10 @@
 #include <utility>
 #include <vector>
 
-namespace tessmark::frame {
-class FrmMain2;
-}
-
 namespace tessmark::forms {
 
 class FrmMenu;
+class MainForm;
 
 struct MenuEntry {
     using Handler = void (FrmMenu::*)();
@@ -36,7 +33,7 @@ struct Menu {
 
 class FrmMenu {
 public:
-    explicit FrmMenu(frame::FrmMain2& main) : main_(main) {}
+    explicit FrmMenu(MainForm& main) : main_(main) {}
     FrmMenu(const FrmMenu&) = delete;
     FrmMenu& operator=(const FrmMenu&) = delete;
 
@@ -48,7 +45,7 @@ public:
     MenuEntry mnuAddProgram{"mnuAddProgram", "Add Program"};
     MenuEntry Sep5{"Sep5", "-"};
     MenuEntry mnuDisable{"mnuDisable", "Disable", &FrmMenu::mnuDisable_Click, "F2"};
-    MenuEntry mnuDelete{"mnuDelete", "Delete"};
+    MenuEntry mnuDelete{"mnuDelete", "Delete", nullptr, "Del"};
     MenuEntry mnuMove{"mnuMove", "Move", &FrmMenu::mnuMove_Click};
     MenuEntry Sep4{"Sep4", "-"};
     MenuEntry mnuProp{"mnuProp", "Edit Properties", &FrmMenu::mnuProp_Click};
@@ -79,7 +76,7 @@ public:
     void mnutrayexit_Click();
 
 private:
-    frame::FrmMain2& main_;
+    MainForm& main_;
 };
 
 }  // namespace tessmark::forms

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "forms/FrmMenu.h"
-#include "frame/catalogue.h"
+#include "catalogue/sections.h"
 #include "registry/registry_module.h"
 #include "vb/vb.h"
 
@@ -55,18 +55,18 @@ int PictureOf(std::string_view nodeKey) {
 
 }  // namespace
 
-FrmMove::FrmMove(frame::FrmMain2& main) : SkinnedDialog(main.Ports().ui), main_(main) {}
+FrmMove::FrmMove(MainForm& main) : SkinnedDialog(main.Ports().ui), main_(main) {}
 
 void FrmMove::Form_Load() {
     Load();
     try {
-        lblEntry.Caption = "Selected item: " + main_.ListView1.SelectedItem().Text;
+        lblEntry.Caption = "Selected item: " + main_.List().SelectedItem().Text;
         treeAuto.Nodes.clear();
         for (const auto& node : catalogue::kMoveTree)
             treeAuto.Nodes.push_back(
                 {std::string(node.key), std::string(node.caption), std::string(node.parent), PictureOf(node.key), true});
         treeAuto.Select(std::string(key::kMain));
-        (void)main_.treeAuto.SelectedItem();  // its Index is read and dropped
+        (void)main_.Tree().SelectedItem();  // its Index is read and dropped
     } catch (const vb::VbError&) {
         ui_.MsgBox("No Application Selected", platform::kMbCritical, "");
         Unload();
@@ -80,8 +80,8 @@ void FrmMove::cmdCommon_Click(int Index) {
     }
     // Positions in two different trees: equal for unrelated nodes. The next
     // line reaches the unloaded form's tree, which loads it afresh on `main`.
-    main_.treeAuto.SelectedItem();  // error 91 when the main tree has no selection
-    if (treeAuto.selected == main_.treeAuto.selected) {
+    main_.Tree().SelectedItem();  // error 91 when the main tree has no selection
+    if (treeAuto.selected == main_.Tree().selected) {
         Unload();
         Form_Load();
     }
@@ -92,11 +92,11 @@ void FrmMove::cmdCommon_Click(int Index) {
     }
     for (const Target& entry : kTargets) {
         if (target != entry.key) continue;
-        const discovery::ItemRow& row = main_.ListView1.SelectedItem();
+        const discovery::ItemRow& row = main_.List().SelectedItem();
         registry::SetRegString(main_.Ports().registry, entry.root, std::string(entry.subKey), row.Text,
                                row.SubItems(1));
     }
-    main_.Tag = "DELETESELECTED";
+    main_.SetTag("DELETESELECTED");
     Unload();
 }
 
@@ -104,12 +104,12 @@ void FrmMove::cmdCommon_Click(int Index) {
 // of rows, not on a selection; and the mark the dialog leaves is not acted on.
 void FrmMenu::mnuMove_Click() {
     platform::UiServices& ui = main_.Ports().ui;
-    if (main_.ListView1.Count() == 0) {
+    if (main_.List().Count() == 0) {
         ui.MsgBox("Select an item to move", platform::kMbCritical, "No Item Selected!");
         return;
     }
     std::string source;
-    vb::Resume([&] { source = main_.treeAuto.SelectedItem().Key; });
+    vb::Resume([&] { source = main_.Tree().SelectedItem().Key; });
     if (!IsSource(source)) {
         ui.MsgBox("You are not allowed to move item from this section", platform::kMbCritical, "Invalid Move!!!");
         return;

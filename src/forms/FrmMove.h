@@ -5,17 +5,18 @@
 #include <string>
 
 #include "forms/SkinnedDialog.h"
-#include "frame/FrmMain2.h"
+#include "forms/Controls.h"
+#include "forms/MainForm.h"
 
 namespace tessmark::forms {
 
 class FrmMove : public SkinnedDialog {
 public:
-    explicit FrmMove(frame::FrmMain2& main);
+    explicit FrmMove(MainForm& main);
 
     const std::string Caption = "Move";
-    frame::TreeState treeAuto;  // its own tree, not the main form's
-    frame::LabelState lblEntry;
+    TreeState treeAuto;  // its own tree, not the main form's
+    LabelState lblEntry;
     const std::array<std::string, 2> cmdCommon = {"&Ok", "&Cancel"};
     static constexpr const char* kHeading = "Move Selected Item to:";
     static constexpr const char* kExplanation =
@@ -25,7 +26,7 @@ public:
     void cmdCommon_Click(int Index);
 
 private:
-    frame::FrmMain2& main_;
+    MainForm& main_;
 };
 
 }  // namespace tessmark::forms

@@ -33,8 +33,10 @@ void SkinnedDialog::Form_MouseMove() {
     HotControl = "Form_MouseMove";
 }
 
-void SkinnedDialog::Form_MouseDown(int, int y) {
-    if (y < kCaptionStripTwips) storage::DragForm(ui_, hWnd);
+void DragByCaption(platform::UiServices& ui, platform::WindowHandle window, int y) {
+    if (y < kCaptionStripTwips) storage::DragForm(ui, window);
 }
+
+void SkinnedDialog::Form_MouseDown(int, int y) { DragByCaption(ui_, hWnd, y); }
 
 }  // namespace tessmark::forms

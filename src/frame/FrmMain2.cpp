@@ -6,6 +6,7 @@
 #include "discovery/StartupFolders.h"
 #include "forms/FrmEdit.h"
 #include "forms/FrmMove.h"
+#include "forms/SkinnedDialog.h"
 #include "frame/catalogue.h"
 #include "safety/BackupRegistry.h"
 #include "storage/modStartup.h"
@@ -16,16 +17,6 @@ namespace tessmark::frame {
 
 using namespace discovery;
 using vb::Resume;
-
-const TreeNodeState& TreeState::SelectedItem() const {
-    if (selected < 0 || selected >= static_cast<long>(Nodes.size())) throw vb::VbError(vb::err::kObjectNotSet);
-    return Nodes[static_cast<std::size_t>(selected)];
-}
-
-void TreeState::Select(const std::string& key) {
-    for (std::size_t i = 0; i < Nodes.size(); ++i)
-        if (Nodes[i].Key == key) selected = static_cast<long>(i);
-}
 
 FrmMain2::FrmMain2(platform::Ports ports)
     : ports_(ports),
@@ -228,7 +219,6 @@ void FrmMain2::Unload() {
 }
 
 constexpr int kLeftButton = 1;
-constexpr int kCaptionStripTwips = 375;
 
 void FrmMain2::CmdClose_MouseDown(int button) {
     if (button == kLeftButton) CmdClosePicture = "CLOSE_DOWN";
@@ -272,9 +262,7 @@ void FrmMain2::CmdMinimise_MouseUp(int button) {
     Resume([&] { WindowState = 1; });
 }
 
-void FrmMain2::Form_MouseDown(int, int y) {
-    if (y < kCaptionStripTwips) storage::DragForm(ports_.ui, hWnd);
-}
+void FrmMain2::Form_MouseDown(int, int y) { forms::DragByCaption(ports_.ui, hWnd, y); }
 
 void FrmMain2::BtnClose_Click() {
     Unload();
@@ -284,18 +272,25 @@ void FrmMain2::BtnClose_Click() {
 void FrmMain2::BackupRegistry() { safety::BackupRegistry(itemOperations_.objReg(), ports_.files); }
 
 void FrmMain2::PopupMenu(forms::Menu& menu) {
-    if (!view) return;
+    // While a dialog is modal no other window of the program takes input, and no menu opens.
+    if (!view || modalDialogs_ > 0) return;
     if (forms::MenuEntry* chosen = view->PopupMenu(menu)) FrmMenu.Choose(*chosen);
 }
 
 void FrmMain2::ShowModal(forms::FrmMove& dialog) {
     if (!dialog.Loaded()) dialog.Form_Load();
-    if (dialog.Loaded() && view) view->ShowModal(dialog);
+    if (!dialog.Loaded() || !view) return;
+    ++modalDialogs_;
+    view->ShowModal(dialog);
+    --modalDialogs_;
 }
 
 void FrmMain2::ShowModal(forms::FrmEdit& dialog) {
     if (!dialog.Loaded()) dialog.Form_Load();
-    if (view) view->ShowModal(dialog);
+    if (!view) return;
+    ++modalDialogs_;
+    view->ShowModal(dialog);
+    --modalDialogs_;
 }
 
 // A notification-area message comes as the X coordinate in pixels. No icon is

@@ -10,40 +10,23 @@
 #include "discovery/ItemList.h"
 #include "discovery/ScanContext.h"
 #include "forms/FrmMenu.h"
+#include "forms/MainForm.h"
 #include "monitor/ChangeMonitor.h"
 #include "operations/ItemOperations.h"
 #include "platform/ports.h"
+#include "safety/MainList.h"
 #include "storage/IniFile.h"
 
 namespace tessmark::forms {
-class FrmMove;
 class FrmEdit;
 }  // namespace tessmark::forms
 
 namespace tessmark::frame {
 
-struct TreeNodeState {
-    std::string Key;
-    std::string Text;
-    std::string ParentKey;  // empty for the root
-    int Image = 0;
-    bool Expanded = false;
-};
-
-// The section tree: nodes in the order they were added, one of them selected.
-struct TreeState {
-    std::vector<TreeNodeState> Nodes;
-    long selected = -1;  // index into Nodes
-    bool Enabled = true;
-
-    const TreeNodeState& SelectedItem() const;  // error 91 when nothing is selected
-    void Select(const std::string& key);
-};
-
-struct LabelState {
-    std::string Caption;
-    bool Visible = true;
-};
+using forms::LabelState;
+using forms::PublicVar;
+using forms::TreeNodeState;
+using forms::TreeState;
 
 // What the view does for the model: paint it anew, show the window, show a
 // menu at the pointer, show a dialog until it unloads.
@@ -58,14 +41,16 @@ public:
     virtual void ShowModal(forms::FrmEdit& dialog) = 0;
 };
 
-// The module of the two texts an edit hands back; empty outside a running edit.
-struct PublicVar {
-    std::string EditedItemName, EditedItemPath;
-};
-
-class FrmMain2 {
+class FrmMain2 final : public forms::MainForm, public safety::MainList {
 public:
     explicit FrmMain2(platform::Ports ports);
+
+    // ---- what the dialogs and the menu form see of it
+    const discovery::SystemFolders& Folders() const override { return folders; }
+    discovery::ItemList& List() override { return ListView1; }
+    const TreeState& Tree() const override { return treeAuto; }
+    PublicVar& Shared() override { return publicVar; }
+    void SetTag(const std::string& tag) override { Tag = tag; }
 
     // ---- members other parts read
     discovery::SystemFolders folders;  // WindowsFolder, ProgramFilesFolder
@@ -105,13 +90,13 @@ public:
     // ---- events
     void Form_Initialize() {}
     void Form_Load();
-    void AddAllKeys();
-    void treeAuto_Click();
+    void AddAllKeys() override;
+    void treeAuto_Click() override;
     void treeAuto_KeyPress(int keyAscii);
     void StartSearch() { monitor.StartSearch(); }
     void SaveState() { monitor.SaveState(); }
     void Timer1_Timer() { StartSearch(); }  // Timer1 is never enabled
-    void refreshCheckBox();
+    void refreshCheckBox() override;
     void ListView1_Click();
     void ResetCaptionButtons();
     void Form_QueryUnload();
@@ -131,11 +116,11 @@ public:
     void BtnClose_Click();
 
     // Menus, dialogs, the notification area and the end.
-    void Show();
+    void Show() override;
     void PopupMenu(forms::Menu& menu);
-    void ShowModal(forms::FrmMove& dialog);
+    void ShowModal(forms::FrmMove& dialog) override;
     void ShowModal(forms::FrmEdit& dialog);
-    void mnuProp_Click();
+    void mnuProp_Click() override;
     void pictray_MouseDown(int Button, int Shift, float X, float Y);
     void TMRRunOnce_Timer();
     // Form_QueryUnload, then Form_Unload: what closing the window runs before the end.
@@ -146,7 +131,7 @@ public:
     platform::WindowHandle hWnd = 0;
 
     discovery::ScanContext& Context() { return context_; }
-    platform::Ports& Ports() { return ports_; }
+    platform::Ports& Ports() override { return ports_; }
 
 private:
     void Hourglass();
@@ -157,6 +142,7 @@ private:
     void BackupRegistry();
 
     platform::Ports ports_;
+    int modalDialogs_ = 0;  // open modal dialogs
     platform::ShFileInfo shellRecord_{};
     storage::IniFile objinifile_;
     discovery::ScanContext context_;
@@ -181,7 +167,7 @@ public:
     // These run with errors ignored statement by statement.
     void ListView1_DblClick();
     void ListView1_KeyDown(int KeyCode, int Shift);
-    void mnuDisable_Click();  // the popup's Disable/Enable command
+    void mnuDisable_Click() override;  // the popup's Disable/Enable command
 
     void DeleteLogon(const std::string& PPath, const std::string& ItemName, const std::string& LogonFolder) {
         itemOperations_.DeleteLogon(PPath, ItemName, LogonFolder);

@@ -7,6 +7,7 @@
 
 #include "catalogue/sections.h"
 #include "discovery/GetExeName.h"
+#include "discovery/ItemList.h"
 #include "ui/CFileVersionInfo.h"
 #include "vb/vb.h"
 
@@ -187,7 +188,8 @@ void ChangeMonitor::StartSearch() {
         const discovery::ItemRow& item = list(r + 1);
         current[r] = {item.Text, item.SubItems(1), item.SubItems(2), item.SubItems(3), ""};
         const MonitorRow& row = current[r];
-        form_.ports.ui.ActivityLog("Tessmark - " + row.Name + " Path-> " + row.Path + " Section-> " + row.Section);
+        form_.ports.ui.ActivityLog("Tessmark - " + discovery::Shown(row.Name) + " Path-> " + discovery::Shown(row.Path) +
+                                  " Section-> " + discovery::Shown(row.Section));
     }
 
     Comparison comparison(form_, rows, forms);

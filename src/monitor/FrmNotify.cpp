@@ -18,9 +18,6 @@ using platform::reg::kLocalMachine;
 
 namespace {
 
-constexpr int kLeftButton = 1;
-constexpr int kCaptionStripTwips = 375;
-
 // The first row of the array with this section, path and name; null when none.
 MonitorRow* FirstRow(vb::Array<MonitorRow>& rows, const std::string& section, const std::string& path,
                      const std::string& name) {
@@ -56,9 +53,23 @@ void FrmNotify::Show() {
     forms_.shown(*this);
 }
 
+std::string_view FrmNotify::NextButton(std::string_view from, bool back) const {
+    const std::pair<std::string_view, const NotifyButton*> tabOrder[] = {
+        {"CmdDisable", &CmdDisable}, {"CmdAllow", &CmdAllow}, {"CmdDiscard", &CmdDiscard}};
+    constexpr long n = std::size(tabOrder);
+    long at = back ? 0 : n - 1;  // from none: as if from beyond the end
+    for (long i = 0; i < n; ++i)
+        if (tabOrder[i].first == from) at = i;
+    for (long step = 1; step <= n; ++step) {
+        const auto& [name, button] = tabOrder[(at + (back ? n - step : step)) % n];
+        if (button->Enabled) return name;
+    }
+    return {};
+}
+
 void FrmNotify::Unload() {
     Visible = false;
-    Loaded = false;
+    SkinnedDialog::Unload();
     forms_.unloaded(*this);
 }
 
@@ -172,33 +183,10 @@ void FrmNotify::DeleteAgain() {
         if (MonitorRow* row = FirstRow(*rows, ChangeSection, ChangePath, LblName)) *row = MonitorRow{};
 }
 
-// ---- window chrome: no Form_MouseMove, so the Close button stays lit once the mouse has been on it
-
-void FrmNotify::CmdClose_MouseDown(int button) {
-    if (button == kLeftButton) CmdClosePicture = "CLOSE_DOWN";
-}
-
-void FrmNotify::CmdClose_MouseMove() {
-    if (HotControl == "CmdClose") return;
-    CmdClosePicture = "close_normal";
-    HotControl = "CmdClose";
-    CmdClosePicture = "close_hover";
-}
-
-void FrmNotify::CmdClose_MouseUp(int button) {
-    if (button != kLeftButton) return;
-    CmdClosePicture = "close_normal";
-    Unload();
-}
-
-void FrmNotify::Form_MouseDown(int, int y) {
-    if (y < kCaptionStripTwips) storage::DragForm(context_.form.ports.ui, hWnd);
-}
-
 // ---- the instances
 
 FrmNotify& NotifyForms::New() {
-    std::erase_if(forms_, [](const std::unique_ptr<FrmNotify>& form) { return !form->Loaded; });
+    std::erase_if(forms_, [](const std::unique_ptr<FrmNotify>& form) { return !form->Loaded(); });
     forms_.push_back(std::make_unique<FrmNotify>(context_, *this));
     return *forms_.back();
 }
@@ -206,7 +194,7 @@ FrmNotify& NotifyForms::New() {
 std::vector<FrmNotify*> NotifyForms::Loaded() const {
     std::vector<FrmNotify*> loaded;
     for (const auto& form : forms_)
-        if (form->Loaded) loaded.push_back(form.get());
+        if (form->Loaded()) loaded.push_back(form.get());
     return loaded;
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "discovery/ScanContext.h"
+#include "forms/SkinnedDialog.h"
 #include "monitor/MonitorRows.h"
 #include "operations/ItemOperations.h"
 #include "registry/AdvRegistryAccess.h"
@@ -31,9 +32,13 @@ struct NotifyContext {
 
 class NotifyForms;
 
-class FrmNotify {
+class FrmNotify : public forms::SkinnedDialog {
 public:
-    FrmNotify(NotifyContext context, NotifyForms& forms) : context_(context), forms_(forms) {}
+    // A form is loaded from its creation until it unloads.
+    FrmNotify(NotifyContext context, NotifyForms& forms)
+        : SkinnedDialog(context.form.ports.ui), context_(context), forms_(forms) {
+        Load();
+    }
     FrmNotify(const FrmNotify&) = delete;
     FrmNotify& operator=(const FrmNotify&) = delete;
 
@@ -43,27 +48,26 @@ public:
     NotifyButton CmdDisable{"Mark as Disabled"};
     NotifyButton CmdAllow{"Allow this change"};
     NotifyButton CmdDiscard{"Discard the change"};
-    std::string CmdClosePicture = "close_normal";
-    std::string HotControl;
     bool Visible = false;
-    bool Loaded = true;
-    platform::WindowHandle hWnd = 0;
 
     // Late binding: a label's Caption or a button by its name; error 438 for
     // a name the form lacks.
     std::string& Label(std::string_view name);
     NotifyButton& Button(std::string_view name);
+    // The button Tab (back: Shift+Tab) moves the focus to from the named one:
+    // the next enabled one in tab order, round the end; from none, the first
+    // (back: the last). Empty when no button is enabled.
+    std::string_view NextButton(std::string_view from, bool back) const;
 
     void Show();  // modeless
+    void Unload() override;
 
     // ---- events; none traps an error
     void CmdAllow_Click() { Unload(); }
     void CmdDiscard_Click();
     void CmdDisable_Click();  // leaves the dialog standing
-    void CmdClose_MouseDown(int button);
-    void CmdClose_MouseMove();
-    void CmdClose_MouseUp(int button);
-    void Form_MouseDown(int button, int y);
+    // None of its own: the Close button stays lit once the mouse has been on it.
+    void Form_MouseMove() override {}
 
     // ---- the undoing of a change, one per change code
     void ReEnableItem();
@@ -75,7 +79,6 @@ public:
     std::string ChangePath, ChangeArgument, ChangeSection;
 
 private:
-    void Unload();
     void FillMembers();
     // The third argument and the number of MarkDisable and MarkEnable for ChangeSection.
     void ItemArguments(std::string& itemPath, std::int32_t& itemValue);

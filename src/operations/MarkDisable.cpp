@@ -1,3 +1,4 @@
+#include "discovery/ItemList.h"
 #include "operations/ItemOperations.h"
 #include "operations/Locations.h"
 #include "registry/registry_module.h"
@@ -39,8 +40,9 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
             DisableBHO(ItemPath);
         }
     }
-    form_.ports.ui.ActivityLog("Tessmark - Section-" + SectionName + " ItemName-" + ItemName +
-                               " ItemPath-" + ItemPath);
+    using discovery::Shown;
+    form_.ports.ui.ActivityLog("Tessmark - Section-" + Shown(SectionName) + " ItemName-" + Shown(ItemName) +
+                               " ItemPath-" + Shown(ItemPath));
 }
 
 void ItemOperations::KillShortcutsTo(const std::string& folder, const std::string& target) {

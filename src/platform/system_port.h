@@ -30,9 +30,8 @@ public:
     // Now as text, in the system's short date and time format.
     virtual std::string Now() = 0;
     // GetObject(moniker), then method called late-bound with args; the result
-    // is released unseen. A failure of either step raises the run-time's error
-    // with the platform's code.
-    virtual void CallByMoniker(const std::string& moniker, const std::string& method,
+    // is released unseen. 0, or the platform's code of the step that failed.
+    virtual std::int32_t CallByMoniker(const std::string& moniker, const std::string& method,
                                const std::vector<LateBoundArg>& args) = 0;
 };
 

@@ -1,10 +1,35 @@
 #include "safety/BackupRegistry.h"
 
+#include <array>
+#include <string_view>
+
 #include "vb/vb.h"
 
 namespace tessmark::safety {
 
 namespace {
+
+struct BackupFile {
+    std::string_view fileName;
+    std::string_view key;
+};
+
+// The folder below "Appdata", and the set in the order it is written.
+constexpr std::string_view kBackupFolder = "\\Quillon\\Tessmark\\RegistryBackUps";
+constexpr std::array<BackupFile, 11> kBackupSet{{
+    {"RegRun.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run"},
+    {"RegRunOnce.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunOnce"},
+    {"RegRunServices.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunServices"},
+    // The file's plural over the key's singular is how the set has always been named.
+    {"RegRunServicesOnce.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunServiceOnce"},
+    {"LogonStartup.reg", "HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Control\\Terminal Server\\Wds\\rdpwd"},
+    {"LogonWinlogon.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon"},
+    {"Services.reg", "HKEY_LOCAL_MACHINE\\SYSTEM\\CurrentControlSet\\Services"},
+    {"BHO.reg", "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Browser Helper Objects"},
+    {"RegRunCU.reg", "HKEY_CURRENT_USER\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Run"},
+    {"RegRunOnceCU.reg", "HKEY_CURRENT_USER\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunOnce"},
+    {"RegRunServicesCU.reg", "HKEY_CURRENT_USER\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\RunServices"},
+}};
 
 // Dir(path, vbDirectory): a file of that name counts as well as a folder.
 bool DirFinds(platform::FilesPort& files, const std::string& path) {

@@ -4,7 +4,16 @@
 
 namespace tessmark::safety {
 
-SysRes::SysRes(platform::UiServices& ui, platform::SystemPort& system, std::function<frame::FrmMain2&()> mainForm)
+namespace {
+
+// A failed late-bound call is a run-time error with the platform's code.
+void Raise(std::int32_t code) {
+    if (code != 0) throw vb::VbError(code);
+}
+
+}  // namespace
+
+SysRes::SysRes(platform::UiServices& ui, platform::SystemPort& system, std::function<MainList&()> mainForm)
     : ui_(ui), system_(system), mainForm_(std::move(mainForm)) {}
 
 void SysRes::Form_Load() {
@@ -21,7 +30,7 @@ void SysRes::Timer1_Timer() {
     platform::OsVersionInfoA version;
     version.dwOSVersionInfoSize = 148;
     system_.GetVersionExA(&version);
-    frame::FrmMain2& main = mainForm_();
+    MainList& main = mainForm_();
     main.AddAllKeys();
     main.refreshCheckBox();
 
@@ -42,15 +51,15 @@ void SysRes::CreatePoint(registry::VbBool&) {
     try {
         // Restore point type 12 (settings changed), event 100 (a change begins);
         // no end of the change is ever reported.
-        system_.CallByMoniker(kCreatePointMoniker, "CreateRestorePoint",
-                              {"Quillon Bastion Suite " + system_.Now(), std::int16_t{12}, std::int16_t{100}});
+        Raise(system_.CallByMoniker(kCreatePointMoniker, "CreateRestorePoint",
+                                    {"Quillon Bastion Suite " + system_.Now(), std::int16_t{12}, std::int16_t{100}}));
         Unload();
     } catch (const vb::VbError&) {
     }
 }
 
 void SysRes::ListPoints() {
-    system_.CallByMoniker(kListPointsMoniker, "InstancesOf", {std::string("SystemRestore")});
+    Raise(system_.CallByMoniker(kListPointsMoniker, "InstancesOf", {std::string("SystemRestore")}));
 }
 
 void SysRes::Unload() {

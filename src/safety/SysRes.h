@@ -6,7 +6,8 @@
 #include <functional>
 #include <string>
 
-#include "frame/FrmMain2.h"
+#include "forms/Controls.h"
+#include "safety/MainList.h"
 #include "platform/system_port.h"
 #include "platform/ui_services.h"
 #include "registry/AdvRegistryAccess.h"
@@ -21,12 +22,12 @@ inline constexpr const char* kNotSupported = "System Restore not supported, run 
 class SysRes {
 public:
     // mainForm gives the main form's one instance, making it if there is none.
-    SysRes(platform::UiServices& ui, platform::SystemPort& system, std::function<frame::FrmMain2&()> mainForm);
+    SysRes(platform::UiServices& ui, platform::SystemPort& system, std::function<MainList&()> mainForm);
 
     // ---- the form and its controls
     std::string Caption = "System Restore";
-    frame::LabelState Label2{"System Restore"};
-    std::array<frame::LabelState, 2> Label1{{{"Creating System Restore Point"}, {"Please Wait..."}}};
+    forms::LabelState Label2{"System Restore"};
+    std::array<forms::LabelState, 2> Label1{{{"Creating System Restore Point"}, {"Please Wait..."}}};
     std::string FontName = "Tahoma";
     int PictureWidth = 400;  // the background picture, in pixels
     int PictureHeight = 137;
@@ -51,7 +52,7 @@ private:
 
     platform::UiServices& ui_;
     platform::SystemPort& system_;
-    std::function<frame::FrmMain2&()> mainForm_;
+    std::function<MainList&()> mainForm_;
 };
 
 }  // namespace tessmark::safety

@@ -134,6 +134,12 @@ TEST_F(MainWindow, ACheckBoxAndTheMoveDialogActOnTheMachineAndMinimiseGoesToTheT
     PostMessageA(menu, WM_KEYDOWN, VK_RETURN, 0);
     HWND dialog = program->WaitForWindow(id::kDialogClass, "Move");
     ASSERT_NE(dialog, nullptr) << "no Move dialog";
+    RECT outer, inner;  // the skin is all there is: no frame of the system's around it
+    GetWindowRect(dialog, &outer);
+    GetClientRect(dialog, &inner);
+    EXPECT_EQ(std::make_pair(outer.right - outer.left, outer.bottom - outer.top),
+              std::make_pair(inner.right, inner.bottom));
+    EXPECT_FALSE(IsWindowEnabled(window));
     HWND moveTree = Descendant(dialog, id::moveTree);
     const auto targets = TreeNodes(*program, moveTree);
     ASSERT_EQ(targets.size(), 11u);
@@ -142,6 +148,7 @@ TEST_F(MainWindow, ACheckBoxAndTheMoveDialogActOnTheMachineAndMinimiseGoesToTheT
     ASSERT_TRUE(WaitUntil([&] { return TreeNodes(*program, moveTree)[9].selected; }));
     PostMessageA(Descendant(dialog, id::cmdCommon0), BM_CLICK, 0, 0);
     ASSERT_TRUE(WaitUntil([&] { return !IsWindowVisible(dialog); }));
+    EXPECT_TRUE(IsWindowEnabled(window));
     EXPECT_EQ(Stored("RunOnce", "Alpha", reg::kCurrentUser), Sz(kVersioned));
     EXPECT_EQ(ListRows(*program, list).size(), 3u) << "the source row stays";
 

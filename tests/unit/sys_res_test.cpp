@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "frame/FrmMain2.h"
 #include "machine.h"
 #include "platform/memory/memory_system.h"
 #include "safety/SysRes.h"

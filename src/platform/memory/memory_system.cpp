@@ -1,7 +1,5 @@
 #include "platform/memory/memory_system.h"
 
-#include "vb/vb.h"
-
 namespace tessmark::platform::memory {
 
 std::int32_t MemorySystem::GetVersionExA(OsVersionInfoA* info) {
@@ -13,10 +11,10 @@ std::int32_t MemorySystem::GetVersionExA(OsVersionInfoA* info) {
     return 1;
 }
 
-void MemorySystem::CallByMoniker(const std::string& moniker, const std::string& method,
-                                 const std::vector<LateBoundArg>& args) {
+std::int32_t MemorySystem::CallByMoniker(const std::string& moniker, const std::string& method,
+                                         const std::vector<LateBoundArg>& args) {
     calls.push_back({moniker, method, args});
-    if (failWith != 0) throw vb::VbError(failWith);
+    return failWith;
 }
 
 }  // namespace tessmark::platform::memory

@@ -19,14 +19,14 @@ public:
     std::uint32_t major = 5;
     std::uint32_t minor = 1;
     std::string now = "11/24/2026 3:35:49 PM";
-    int failWith = 0;  // the error every call raises; 0 for none
+    int failWith = 0;  // the code every call fails with; 0 for none
     std::vector<Call> calls;
     std::vector<std::uint32_t> sizesSeen;
 
     std::int32_t GetVersionExA(OsVersionInfoA* info) override;
     std::string Now() override { return now; }
-    void CallByMoniker(const std::string& moniker, const std::string& method,
-                       const std::vector<LateBoundArg>& args) override;
+    std::int32_t CallByMoniker(const std::string& moniker, const std::string& method,
+                               const std::vector<LateBoundArg>& args) override;
 };
 
 }  // namespace tessmark::platform::memory

@@ -50,6 +50,9 @@ XP_ProgressBar::XP_ProgressBar(HINSTANCE instance, HWND parent, int x, int y, in
 
 XP_ProgressBar::~XP_ProgressBar() {
     UserControl_Terminate();
+    // Without a window the context was the screen's, which must go back; the
+    // window's own (class) context is not affected by a release.
+    if (hdc_) ReleaseDC(hWnd, hdc_);
     if (hWnd) {
         SetWindowLongPtrA(hWnd, GWLP_USERDATA, 0);
         DestroyWindow(hWnd);

@@ -25,6 +25,11 @@ void Enable(HWND control, bool enabled) {
     if ((IsWindowEnabled(control) != FALSE) != enabled) EnableWindow(control, enabled);
 }
 
+BOOL CALLBACK CollectTakingInput(HWND window, LPARAM found) {
+    if (IsWindowVisible(window) && IsWindowEnabled(window)) reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
+    return TRUE;
+}
+
 }  // namespace
 
 DialogWindow::DialogWindow(HWND owner, forms::SkinnedDialog& model, platform::UiServices& ui,
@@ -35,7 +40,6 @@ DialogWindow::DialogWindow(HWND owner, forms::SkinnedDialog& model, platform::Ui
       body_(CreateSolidBrush(kBodyColour)),
       model_(model),
       ui_(ui),
-      owner_(owner),
       caption_(caption),
       icon_(IconOf({0, kProgramIcon, false}, 16)) {
     HINSTANCE instance = GetModuleHandleA(nullptr);
@@ -52,7 +56,7 @@ DialogWindow::DialogWindow(HWND owner, forms::SkinnedDialog& model, platform::Ui
     GetWindowRect(owner, &over);
     const int left = std::max(0L, (over.left + over.right - size.cx) / 2);
     const int top = std::max(0L, (over.top + over.bottom - size.cy) / 2);
-    CreateWindowExA(WS_EX_DLGMODALFRAME, id::kDialogClass, caption.c_str(), WS_POPUP | WS_CLIPCHILDREN, left, top,
+    CreateWindowExA(0, id::kDialogClass, caption.c_str(), WS_POPUP | WS_CLIPCHILDREN, left, top,
                     size.cx, size.cy, owner, nullptr, instance, this);
     model_.hWnd = reinterpret_cast<platform::WindowHandle>(window_);
     auto fire = [this](auto handler) { return [this, handler](auto... button) { Fire([&] { (model_.*handler)(button...); }); }; };
@@ -88,7 +92,11 @@ void DialogWindow::SyncAll() {
 void DialogWindow::RunModal() {
     ready_ = true;
     SyncAll();
-    EnableWindow(owner_, FALSE);
+    // Modal to the whole program: the main window, open notifications and any
+    // other window of the thread take no input until the dialog unloads.
+    std::vector<HWND> others;
+    EnumThreadWindows(GetCurrentThreadId(), CollectTakingInput, reinterpret_cast<LPARAM>(&others));
+    for (HWND other : others) EnableWindow(other, FALSE);
     ShowWindow(window_, SW_SHOW);
     SetForegroundWindow(window_);
     MSG msg = {};
@@ -102,13 +110,17 @@ void DialogWindow::RunModal() {
         TranslateMessage(&msg);
         DispatchMessageA(&msg);
     }
-    // The owner comes back before the dialog goes, so that it takes the activation.
-    EnableWindow(owner_, TRUE);
+    // The others come back before the dialog goes, so that the owner takes the activation.
+    for (HWND other : others)
+        if (IsWindow(other)) EnableWindow(other, TRUE);
     ShowWindow(window_, SW_HIDE);
     ready_ = false;
 }
 
 LRESULT DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (FormMouse(window_, message, lParam, [this](int button, int y) { Fire([&] { model_.Form_MouseDown(button, y); }); },
+                  [this] { Fire([&] { model_.Form_MouseMove(); }); }))
+        return 0;
     switch (message) {
     case WM_ERASEBKGND:
         return 1;
@@ -125,22 +137,6 @@ LRESULT DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
         return reinterpret_cast<LRESULT>(body_.get());
     }
-    case WM_MOUSEMOVE:
-        Fire([&] { model_.Form_MouseMove(); });
-        return 0;
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN: {
-        SetCapture(window_);
-        const int y = static_cast<short>(HIWORD(lParam));
-        Fire([&] { model_.Form_MouseDown(MouseButton(message), y * static_cast<int>(kTwipsPerPixel)); });
-        return 0;
-    }
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-        if (GetCapture() == window_) ReleaseCapture();
-        return 0;
     case WM_COMMAND:
         // Enter and Escape arrive as IDOK and IDCANCEL: the buttons have neither role.
         if (LOWORD(wParam) != IDOK && LOWORD(wParam) != IDCANCEL) Command(LOWORD(wParam), HIWORD(wParam));

@@ -54,7 +54,6 @@ private:
 
     forms::SkinnedDialog& model_;
     platform::UiServices& ui_;
-    HWND owner_;
     std::string caption_;
     OwnedIcon icon_;
     std::unique_ptr<CaptionButton> CmdClose_;

@@ -42,6 +42,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int) {
 
     MSG msg = {};
     while (GetMessageA(&msg, nullptr, 0, 0) > 0) {
+        if (notifyViews->Key(msg)) continue;
         TranslateMessage(&msg);
         DispatchMessageA(&msg);
     }

@@ -180,6 +180,10 @@ void MainWindow::Picture3_Resize() {
 void MainWindow::Paint(HDC dc) { PaintSkin(window_, dc, smallIcon_.get(), captionFont_.get(), form_.Caption); }
 
 LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (FormMouse(window_, message, lParam,
+                  [this](int button, int y) { FireChrome([&] { form_.Form_MouseDown(button, y); }); },
+                  [this] { FireChrome([&] { form_.Form_MouseMove(); }); }))
+        return 0;
     switch (message) {
     case WM_ERASEBKGND:
         return 1;
@@ -204,24 +208,6 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         if (reinterpret_cast<HWND>(wParam) != window_) return FALSE;  // the child under the pointer chooses
         break;
-    case WM_MOUSEMOVE:
-        FireChrome([&] { form_.Form_MouseMove(); });
-        return 0;
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN: {
-        // The form keeps the mouse until the button goes up, so a release over
-        // a caption button that was pressed elsewhere is the form's.
-        SetCapture(window_);
-        const int y = static_cast<short>(HIWORD(lParam));
-        FireChrome([&] { form_.Form_MouseDown(MouseButton(message), y * static_cast<int>(kTwipsPerPixel)); });
-        return 0;
-    }
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-        if (GetCapture() == window_) ReleaseCapture();
-        return 0;
     case WM_NOTIFY:
         return Notify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_COMMAND:

@@ -41,6 +41,9 @@ public:
 
     void Show();
     void Refresh();
+    // Tab, Shift+Tab and Enter among the form's buttons (Space is the button's
+    // own); false for any other message.
+    bool Key(const MSG& msg);
     // The form was unloaded: hide now, go once the message that did it is over.
     void Unloaded();
     FrmNotify* form() const { return alive ? &form_ : nullptr; }
@@ -50,10 +53,13 @@ private:
     static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     void Paint(HDC dc);
+    void Focus(std::string_view button);
     template <class Handler>
     void Fire(Handler&& handler) {
+        // Once unloaded, the form may be gone before the window: what still
+        // comes for the window goes nowhere.
+        if (!alive) return;
         vb::RunEvent(ui_, std::forward<Handler>(handler));
-        // An unloading handler has taken the window with it.
         if (alive) Refresh();
     }
 
@@ -66,9 +72,8 @@ private:
     OwnedBitmap background_;
     OwnedBrush backgroundBrush_;
     HWND controls_[kNotifyControls.size()] = {};
-    std::unique_ptr<Box> CmdClose_;
-    std::string closeName_;
-    OwnedBitmap closeBitmap_;
+    std::unique_ptr<CaptionButton> CmdClose_;
+    HWND lastFocus_ = nullptr;  // the button that had the focus when the window was last left
 
 public:
     bool alive = true;
@@ -120,27 +125,12 @@ NotifyWindow::NotifyWindow(FrmNotify& form, platform::UiServices& ui)
                                 : Control(window_, "STATIC", id, SS_LEFT | SS_NOPREFIX, font, bounds);
     }
 
-    CmdClose_ = std::make_unique<Box>(window_, id::notify::CmdClose, body_.get());
+    auto fire = [this](auto handler) { return [this, handler](auto... button) { Fire([&] { (form_.*handler)(button...); }); }; };
+    CmdClose_ = std::make_unique<CaptionButton>(
+        window_, id::notify::CmdClose, body_.get(),
+        CaptionButton::Handlers{fire(&FrmNotify::CmdClose_MouseDown), fire(&FrmNotify::CmdClose_MouseMove),
+                                fire(&FrmNotify::CmdClose_MouseUp)});
     Place(CmdClose_->hwnd(), kCmdClose);
-    CmdClose_->onPaint = [this](HDC dc, const RECT& client) {
-        OwnedDc source(CreateCompatibleDC(dc));
-        HGDIOBJ old = SelectObject(source.get(), closeBitmap_.get());
-        BitBlt(dc, 0, 0, client.right, client.bottom, source.get(), 0, 0, SRCCOPY);
-        SelectObject(source.get(), old);
-    };
-    // A pressed picture box keeps the mouse until the button goes up, wherever that happens.
-    CmdClose_->onMouse = [this](UINT message, POINT) {
-        if (message == WM_MOUSEMOVE) return Fire([&] { form_.CmdClose_MouseMove(); });
-        const int pressed = MouseButton(message);
-        if (pressed == 0) return;
-        if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN) {
-            SetCapture(CmdClose_->hwnd());
-            Fire([&] { form_.CmdClose_MouseDown(pressed); });
-        } else {
-            ReleaseCapture();
-            Fire([&] { form_.CmdClose_MouseUp(pressed); });
-        }
-    };
 }
 
 NotifyWindow::~NotifyWindow() {
@@ -174,11 +164,26 @@ void NotifyWindow::Refresh() {
             SetText(controls_[i], form_.Label(c.name));
         }
     }
-    if (closeName_ != form_.CmdClosePicture || !closeBitmap_) {
-        closeBitmap_.reset(LoadBitmapA(GetModuleHandleA(nullptr), form_.CmdClosePicture.c_str()));
-        closeName_ = form_.CmdClosePicture;
-        InvalidateRect(CmdClose_->hwnd(), nullptr, FALSE);
-    }
+    CmdClose_->Sync(form_.CmdClosePicture);
+}
+
+void NotifyWindow::Focus(std::string_view button) {
+    for (std::size_t i = 0; i < kNotifyControls.size(); ++i)
+        if (kNotifyControls[i].button && kNotifyControls[i].name == button) SetFocus(controls_[i]);
+}
+
+bool NotifyWindow::Key(const MSG& msg) {
+    if (msg.message != WM_KEYDOWN || (msg.wParam != VK_TAB && msg.wParam != VK_RETURN)) return false;
+    if (!alive || GetAncestor(msg.hwnd, GA_ROOT) != window_) return false;
+    HWND focused = GetFocus();
+    std::string_view name;
+    for (std::size_t i = 0; i < kNotifyControls.size(); ++i)
+        if (controls_[i] == focused && kNotifyControls[i].button) name = kNotifyControls[i].name;
+    if (msg.wParam == VK_TAB)
+        Focus(form_.NextButton(name, GetKeyState(VK_SHIFT) < 0));
+    else if (!name.empty())
+        SendMessageA(window_, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(focused), BN_CLICKED), reinterpret_cast<LPARAM>(focused));
+    return true;
 }
 
 void NotifyWindow::Paint(HDC dc) {
@@ -212,6 +217,9 @@ LRESULT CALLBACK NotifyWindow::Proc(HWND window, UINT message, WPARAM wParam, LP
 }
 
 LRESULT NotifyWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (FormMouse(window_, message, lParam, [this](int button, int y) { Fire([&] { form_.Form_MouseDown(button, y); }); },
+                  [this] { Fire([&] { form_.Form_MouseMove(); }); }))
+        return 0;
     switch (message) {
     case WM_ERASEBKGND:
         return 1;
@@ -232,13 +240,14 @@ LRESULT NotifyWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         SetBrushOrgEx(dc, -bounds.left, -bounds.top, nullptr);
         return reinterpret_cast<LRESULT>(backgroundBrush_.get());
     }
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN: {
-        const int y = static_cast<short>(HIWORD(lParam));
-        Fire([&] { form_.Form_MouseDown(MouseButton(message), y * static_cast<int>(kTwipsPerPixel)); });
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) lastFocus_ = GetFocus();
+        break;
+    case WM_SETFOCUS:
+        // The window passes the focus on to a button, as a form does to its first control.
+        if (lastFocus_ != nullptr && IsWindowEnabled(lastFocus_)) SetFocus(lastFocus_);
+        else Focus(form_.NextButton({}, false));
         return 0;
-    }
     case WM_COMMAND:
         if (HIWORD(wParam) == BN_CLICKED) {
             const int index = LOWORD(wParam) - id::notify::kFirstControl;
@@ -281,6 +290,12 @@ NotifyWindows::NotifyWindows(monitor::NotifyForms& forms, platform::UiServices& 
         for (auto& window : windows_)
             if (window->form() == &form) return window->Unloaded();
     };
+}
+
+bool NotifyWindows::Key(const MSG& msg) {
+    for (auto& window : windows_)
+        if (window->Key(msg)) return true;
+    return false;
 }
 
 NotifyWindows::~NotifyWindows() {

@@ -1,5 +1,5 @@
 #pragma once
-// FrmNotify on the screen: one caption-less window per shown form, centred,
+// FrmNotify on the screen: one skinned, modeless window per shown form, centred,
 // all at the same place, with no owner, so that each stands on its own beside
 // the main window. Events go to the form's handlers through the top-level
 // error handler; afterwards the window shows what the form holds, or goes
@@ -30,6 +30,10 @@ public:
     ~NotifyWindows();
     NotifyWindows(const NotifyWindows&) = delete;
     NotifyWindows& operator=(const NotifyWindows&) = delete;
+
+    // The keys a notification's buttons answer, taken before the message is
+    // dispatched; false when the message is not one of them.
+    bool Key(const MSG& msg);
 
 private:
     monitor::NotifyForms& forms_;

@@ -41,12 +41,12 @@ LRESULT CALLBACK SectionTreeView::Typed(HWND window, UINT message, WPARAM wParam
     return DefSubclassProc(window, message, wParam, lParam);
 }
 
-void SectionTreeView::Rebuild(const frame::TreeState& model) {
+void SectionTreeView::Rebuild(const forms::TreeState& model) {
     TreeView_DeleteAllItems(tree_);
     keys_.clear();
     items_.clear();
     for (std::size_t i = 0; i < model.Nodes.size(); ++i) {
-        const frame::TreeNodeState& node = model.Nodes[i];
+        const forms::TreeNodeState& node = model.Nodes[i];
         HTREEITEM parent = TVI_ROOT;
         for (std::size_t p = 0; p < keys_.size(); ++p)
             if (!node.ParentKey.empty() && keys_[p] == node.ParentKey) parent = items_[p];
@@ -66,7 +66,7 @@ void SectionTreeView::Rebuild(const frame::TreeState& model) {
         if (model.Nodes[i].Expanded) TreeView_Expand(tree_, items_[i], TVE_EXPAND);
 }
 
-void SectionTreeView::Sync(const frame::TreeState& model) {
+void SectionTreeView::Sync(const forms::TreeState& model) {
     syncing_ = true;
     bool same = keys_.size() == model.Nodes.size();
     for (std::size_t i = 0; same && i < keys_.size(); ++i) same = keys_[i] == model.Nodes[i].Key;

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/FrmMain2.h"
+#include "forms/Controls.h"
 #include "win32/app/handles.h"
 
 namespace tessmark::app {
@@ -23,7 +23,7 @@ public:
 
     HWND hwnd() const { return tree_; }
 
-    void Sync(const frame::TreeState& model);
+    void Sync(const forms::TreeState& model);
     // The node (index into the model's nodes) that a selection change of the
     // user's made current; -1 for changes made by the program.
     long SelectedByUser(const NMTREEVIEWA& change) const;
@@ -36,7 +36,7 @@ public:
 private:
     static LRESULT CALLBACK Typed(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                   DWORD_PTR self);
-    void Rebuild(const frame::TreeState& model);
+    void Rebuild(const forms::TreeState& model);
 
     HWND tree_;
     OwnedImageList pictures_;

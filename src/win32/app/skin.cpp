@@ -1,5 +1,7 @@
 #include "win32/app/skin.h"
 
+#include "win32/app/controls.h"
+
 namespace tessmark::app {
 
 namespace {
@@ -50,6 +52,28 @@ void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::st
     DrawTextA(dc, caption.c_str(), -1, &text, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
     SelectObject(dc, oldFont);
     PaintFrame(dc, client);
+}
+
+bool FormMouse(HWND window, UINT message, LPARAM lParam, const std::function<void(int button, int y)>& down,
+               const std::function<void()>& move) {
+    switch (message) {
+    case WM_MOUSEMOVE:
+        move();
+        return true;
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+        SetCapture(window);
+        down(MouseButton(message), static_cast<short>(HIWORD(lParam)) * static_cast<int>(kTwipsPerPixel));
+        return true;
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+        if (GetCapture() == window) ReleaseCapture();
+        return true;
+    default:
+        return false;
+    }
 }
 
 CaptionButton::CaptionButton(HWND parent, int id, HBRUSH background, Handlers handlers)

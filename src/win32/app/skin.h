@@ -26,6 +26,14 @@ void PaintFrame(HDC dc, const RECT& client);
 // The body, the caption strip with the small icon and the caption, and the frame.
 void PaintSkin(HWND window, HDC dc, HICON icon, HFONT captionFont, const std::string& caption);
 
+// The mouse on a skinned form's body, the one capture handler of every form: a
+// press holds the mouse until the button goes up, so that a release over a
+// caption button pressed elsewhere is the form's, and goes on as the form's
+// Form_MouseDown (y in twips); a move goes on as its Form_MouseMove. False for
+// any other message.
+bool FormMouse(HWND window, UINT message, LPARAM lParam, const std::function<void(int button, int y)>& down,
+               const std::function<void()>& move);
+
 // A caption button: its bitmap is loaded by resource name when the name changes.
 class CaptionButton {
 public:

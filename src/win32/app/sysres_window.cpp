@@ -15,7 +15,7 @@ HFONT Tahoma(int height, int weight) {
     return CreateFontA(-height, 0, 0, 0, weight, 0, 0, 0, ANSI_CHARSET, 0, 0, 0, 0, "Tahoma");
 }
 
-HWND Label(HWND parent, HINSTANCE instance, const frame::LabelState& label, int y, int height, HFONT font) {
+HWND Label(HWND parent, HINSTANCE instance, const forms::LabelState& label, int y, int height, HFONT font) {
     HWND control = CreateWindowExA(0, "STATIC", label.Caption.c_str(), WS_CHILD | (label.Visible ? WS_VISIBLE : 0),
                                    20, y, 360, height, parent, nullptr, instance, nullptr);
     SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);

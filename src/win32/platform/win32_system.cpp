@@ -5,8 +5,6 @@
 
 #include <memory>
 
-#include "vb/vb.h"
-
 namespace tessmark::platform::win32 {
 
 namespace {
@@ -28,10 +26,6 @@ std::wstring Wide(const std::string& text) {
     MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, wide.data(), length);
     wide.resize(static_cast<std::size_t>(length > 0 ? length - 1 : 0));
     return wide;
-}
-
-void Check(HRESULT result) {
-    if (FAILED(result)) throw vb::VbError(static_cast<int>(result));
 }
 
 }  // namespace
@@ -63,17 +57,20 @@ std::string Win32System::Now() {
     return std::string(date) + " " + time;
 }
 
-void Win32System::CallByMoniker(const std::string& moniker, const std::string& method,
-                                const std::vector<LateBoundArg>& args) {
+std::int32_t Win32System::CallByMoniker(const std::string& moniker, const std::string& method,
+                                        const std::vector<LateBoundArg>& args) {
     ComApartment apartment;
     IDispatch* raw = nullptr;
-    Check(CoGetObject(Wide(moniker).c_str(), nullptr, IID_IDispatch, reinterpret_cast<void**>(&raw)));
+    if (HRESULT got = CoGetObject(Wide(moniker).c_str(), nullptr, IID_IDispatch, reinterpret_cast<void**>(&raw));
+        FAILED(got))
+        return got;
     std::unique_ptr<IDispatch, ComReleaser> object(raw);
 
     std::wstring name = Wide(method);
     LPOLESTR names[] = {name.data()};
     DISPID id = 0;
-    Check(object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id));
+    if (HRESULT found = object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id); FAILED(found))
+        return found;
 
     // Arguments go in last to first.
     std::vector<VARIANT> values(args.size());
@@ -95,7 +92,7 @@ void Win32System::CallByMoniker(const std::string& moniker, const std::string& m
         object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &result, nullptr, nullptr);
     VariantClear(&result);  // the result is not looked at
     for (VARIANT& value : values) VariantClear(&value);
-    Check(called);
+    return FAILED(called) ? called : 0;
 }
 
 }  // namespace tessmark::platform::win32

@@ -9,7 +9,7 @@ class Win32System final : public SystemPort {
 public:
     std::int32_t GetVersionExA(OsVersionInfoA* info) override;
     std::string Now() override;
-    void CallByMoniker(const std::string& moniker, const std::string& method,
+    std::int32_t CallByMoniker(const std::string& moniker, const std::string& method,
                        const std::vector<LateBoundArg>& args) override;
 };
 

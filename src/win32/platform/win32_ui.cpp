@@ -60,8 +60,11 @@ void Win32Ui::SetMousePointer(int pointer) {
 void Win32Ui::Beep() { ::MessageBeep(MB_OK); }
 
 void Win32Ui::ActivityLog(const std::string& line) {
-    // The log is the debugger's output stream; nothing else reads it.
-    ::OutputDebugStringA((line + "\n").c_str());
+    // The log is the debugger's output stream, which takes a C string: a NUL
+    // would end the line there.
+    std::string whole = line + "\n";
+    std::erase(whole, '\0');
+    ::OutputDebugStringA(whole.c_str());
 }
 
 void Win32Ui::RemoveTrayIcon() {

@@ -14,17 +14,13 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
-#include <string>
-#include <vector>
-
 #include "win32/app/control_ids.h"
+#include "win32/tools/floor_calls.h"
 
 namespace {
 
-struct Row {
-    std::string name, data;
-    int icon;
-};
+using tessmark::tools::Row;
+using tessmark::tools::WalkAsTheProgram;
 std::vector<Row> rows;
 
 LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -55,44 +51,9 @@ void Fill(HWND list) {
         SHFILEINFOA info{};
         const auto images = SHGetFileInfoA(data, 0, &info, sizeof info, SHGFI_SYSICONINDEX | SHGFI_SMALLICON);
         if (index == 0) ListView_SetImageList(list, reinterpret_cast<HIMAGELIST>(images), LVSIL_SMALL);
-        rows.push_back({name, data, info.iIcon});
+        rows.push_back({name, data, info.iIcon, images});
     }
     SendMessageA(list, LVM_SETITEMCOUNT, rows.size(), 0);
-    RegCloseKey(key);
-}
-
-// One key as the program's Run-key scanners walk it.
-void WalkAsTheProgram(HWND list, HKEY root, const std::string& subKey) {
-    HKEY key = nullptr;
-    RegOpenKeyExA(HKEY_LOCAL_MACHINE, subKey.c_str(), 0, KEY_QUERY_VALUE, &key);
-    if (root != HKEY_LOCAL_MACHINE) {
-        RegCloseKey(key);
-        key = nullptr;
-        RegOpenKeyExA(root, subKey.c_str(), 0, KEY_QUERY_VALUE, &key);
-    }
-    DWORD values = 0;
-    RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &values, nullptr, nullptr, nullptr,
-                     nullptr);
-    for (DWORD index = 0; index < values; ++index) {
-        char name[261] = {};  // a value whose data does not fit leaves it untouched
-        for (int read = 0; read < 2; ++read) {
-            BYTE unread[256];
-            DWORD nameLength = sizeof name, unreadLength = 255, type = 0, count = 0;
-            RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &count, nullptr, nullptr, &count, nullptr, nullptr, nullptr,
-                             nullptr);
-            RegEnumValueA(key, index, name, &nameLength, nullptr, &type, unread, &unreadLength);
-        }
-        char data[1025] = {};  // 1,024 offered, as the program does, and a NUL behind them
-        DWORD dataLength = 1024, type = 0;
-        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data), &dataLength);
-        SHFILEINFOA info{};
-        // The program's flags less the executable type, which Wine refuses beside the others.
-        const auto images = SHGetFileInfoA(data, 0, &info, sizeof info,
-                                           SHGFI_SYSICONINDEX | SHGFI_TYPENAME | SHGFI_DISPLAYNAME | SHGFI_OPENICON |
-                                               SHGFI_SMALLICON);
-        if (rows.empty()) ListView_SetImageList(list, reinterpret_cast<HIMAGELIST>(images), LVSIL_SMALL);
-        rows.push_back({name, data, info.iIcon});
-    }
     RegCloseKey(key);
 }
 
@@ -106,9 +67,10 @@ void FillAsTheProgram(HWND list) {
                   {HKEY_CURRENT_USER, "Run"},          {HKEY_CURRENT_USER, "RunOnce"},
                   {HKEY_CURRENT_USER, "RunServices"}};
     for (const auto& group : groups) {
-        WalkAsTheProgram(list, group.root, family + group.key);
-        WalkAsTheProgram(list, group.root, family + group.key + "\\AutorunsDisabled");
+        WalkAsTheProgram(rows, group.root, family + group.key);
+        WalkAsTheProgram(rows, group.root, family + group.key + "\\AutorunsDisabled");
     }
+    if (!rows.empty()) ListView_SetImageList(list, reinterpret_cast<HIMAGELIST>(rows[0].images), LVSIL_SMALL);
     SendMessageA(list, LVM_SETITEMCOUNT, rows.size(), 0);
 }
 

@@ -1,0 +1,33 @@
+// The change notification from the keyboard, as the pass leaves its buttons.
+#include <gtest/gtest.h>
+
+#include "frame/FrmMain2.h"
+#include "machine.h"
+
+namespace {
+
+// Tab and Shift+Tab go round the enabled buttons in tab order, from the first (Shift: the last).
+TEST(FrmNotify, TabAndShiftTabGoRoundTheEnabledButtonsInTabOrder) {
+    const auto machine = tessmark::testing::MakeTestMachine();
+    tessmark::frame::FrmMain2 main(machine->Ports());
+    tessmark::monitor::FrmNotify& form = main.monitor.forms.New();
+    const struct { bool disable, allow, discard; const char *tab, *shiftTab; } cases[] = {
+        {true, true, true, "CmdDisable CmdAllow CmdDiscard CmdDisable ",
+         "CmdDiscard CmdAllow CmdDisable CmdDiscard "},
+        {false, true, true, "CmdAllow CmdDiscard CmdAllow CmdDiscard ", "CmdDiscard CmdAllow CmdDiscard CmdAllow "},
+        {false, true, false, "CmdAllow CmdAllow CmdAllow CmdAllow ", "CmdAllow CmdAllow CmdAllow CmdAllow "},
+        {false, false, false, "    ", "    "},
+    };
+    for (const auto& c : cases) {
+        std::tie(form.CmdDisable.Enabled, form.CmdAllow.Enabled, form.CmdDiscard.Enabled) =
+            std::tie(c.disable, c.allow, c.discard);
+        for (bool back : {false, true}) {
+            std::string walk;
+            std::string_view at;
+            for (int press = 0; press < 4; ++press) walk += std::string(at = form.NextButton(at, back)) + " ";
+            EXPECT_EQ(walk, back ? c.shiftTab : c.tab) << c.disable << c.allow << c.discard;
+        }
+    }
+}
+
+}  // namespace
