@@ -152,6 +152,24 @@ TEST_F(MainWindow, ACheckBoxAndTheMoveDialogActOnTheMachineAndMinimiseGoesToTheT
     EXPECT_EQ(Stored("RunOnce", "Alpha", reg::kCurrentUser), Sz(kVersioned));
     EXPECT_EQ(ListRows(*program, list).size(), 3u) << "the source row stays";
 
+    // Edit Properties shows the row as the list does; OK, unchanged or renamed, changes nothing.
+    for (const char* name : {"Alpha", "Renamed"}) {
+        PostMessageA(list, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
+        menu = program->WaitForWindow("#32768", nullptr);
+        ASSERT_NE(menu, nullptr) << "no popup";
+        for (int i = 0; i < 8; ++i) PostMessageA(menu, WM_KEYDOWN, VK_DOWN, 0);
+        PostMessageA(menu, WM_KEYDOWN, VK_RETURN, 0);
+        HWND edit = program->WaitForWindow(id::kDialogClass, "Edit Properties");
+        ASSERT_NE(edit, nullptr) << "no Edit Properties dialog";
+        EXPECT_EQ(std::make_pair(TextOf(Descendant(edit, id::txtName)), TextOf(Descendant(edit, id::txtPath))),
+                  std::make_pair(std::string("Alpha"), std::string(kVersioned)));
+        SendMessageA(Descendant(edit, id::txtName), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name));
+        PostMessageA(Descendant(edit, id::editCommand0), BM_CLICK, 0, 0);
+        ASSERT_TRUE(WaitUntil([&] { return !IsWindowVisible(edit); })) << name;
+        EXPECT_EQ(Stored("Run", "Alpha"), Sz(kVersioned)) << name;
+        EXPECT_EQ(ListRows(*program, list)[0].name, "Alpha") << name;
+    }
+
     Click(Control(id::CmdMinimise));
     EXPECT_TRUE(WaitUntil([&] { return IsIconic(window) != FALSE; }));
     EXPECT_TRUE(program->Running());
