@@ -208,30 +208,45 @@ TEST_F(MainForm, TheLeftButtonMinimisesClosesAndDragsByTheCaptionStripAndOnlyThe
 }
 
 TEST_F(MainForm, CaptionButtonsChangeTheirBitmapsOnlyWhenTheMouseEntersAnotherPart) {
-    using F = frame::FrmMain2;
-    const struct {
-        void (*event)(F&);
-        const char *close, *minimise;
-    } steps[] = {
-        {[](F& f) { f.CmdClose_MouseMove(); }, "close_hover", "minimize_normal"},
-        {[](F& f) { f.CmdClose_MouseDown(2); }, "close_hover", "minimize_normal"},
-        {[](F& f) { f.CmdClose_MouseDown(1); }, "CLOSE_DOWN", "minimize_normal"},
-        {[](F& f) { f.CmdClose_MouseMove(); }, "CLOSE_DOWN", "minimize_normal"},
-        {[](F& f) { f.CmdMinimise_MouseMove(); }, "close_normal", "minimize_hover"},
-        {[](F& f) { f.CmdMinimise_MouseDown(2); }, "close_normal", "minimize_hover"},
-        {[](F& f) { f.CmdMinimise_MouseDown(1); }, "close_normal", "MINIMIZE_DOWN"},
-        {[](F& f) { f.CmdMinimise_MouseMove(); }, "close_normal", "MINIMIZE_DOWN"},
-        {[](F& f) { f.CmdClose_MouseMove(); }, "close_hover", "minimize_normal"},
-        {[](F& f) { f.Form_MouseMove(); }, "close_normal", "minimize_normal"},
-        {[](F& f) { f.CmdMinimise_MouseDown(1); }, "close_normal", "MINIMIZE_DOWN"},
-        {[](F& f) { f.Form_MouseMove(); }, "close_normal", "MINIMIZE_DOWN"},
-        {[](F& f) { f.Form_Resize(); }, "close_normal", "minimize_normal"},
-    };
-    for (const auto& step : steps) {
-        step.event(form);
-        EXPECT_EQ(std::make_pair(form.CmdClosePicture, form.CmdMinimisePicture), std::make_pair(std::string(step.close), std::string(step.minimise)))
-            << "step " << &step - steps;
+    // Over Close (h), Close pressed with the right or left button (d, D), over Minimise (m), Minimise
+    // pressed (p, P), over the form (f), resized (r); then the bitmaps of Close and Minimise.
+    const std::pair<char, const char*> steps[] = {
+        {'h', "close_hover minimize_normal"}, {'d', "close_hover minimize_normal"}, {'D', "CLOSE_DOWN minimize_normal"},
+        {'h', "CLOSE_DOWN minimize_normal"}, {'m', "close_normal minimize_hover"}, {'p', "close_normal minimize_hover"},
+        {'P', "close_normal MINIMIZE_DOWN"}, {'m', "close_normal MINIMIZE_DOWN"}, {'h', "close_hover minimize_normal"},
+        {'f', "close_normal minimize_normal"}, {'P', "close_normal MINIMIZE_DOWN"}, {'f', "close_normal MINIMIZE_DOWN"},
+        {'r', "close_normal minimize_normal"}};
+    for (const auto& [event, pictures] : steps) {
+        if (event == 'h') form.CmdClose_MouseMove();
+        if (event == 'd' || event == 'D') form.CmdClose_MouseDown(event == 'D' ? 1 : 2);
+        if (event == 'm') form.CmdMinimise_MouseMove();
+        if (event == 'p' || event == 'P') form.CmdMinimise_MouseDown(event == 'P' ? 1 : 2);
+        if (event == 'f') form.Form_MouseMove();
+        if (event == 'r') form.Form_Resize();
+        EXPECT_EQ(form.CmdClosePicture + " " + form.CmdMinimisePicture, pictures) << "step " << &event - &steps[0].first;
     }
+    // The dialogs' one button, the change notification never resetting it from the form; any button drags.
+    forms::FrmMove move(form);
+    monitor::FrmNotify& notify = form.monitor.forms.New();
+    for (forms::SkinnedDialog* dialog : {static_cast<forms::SkinnedDialog*>(&move), static_cast<forms::SkinnedDialog*>(&notify)}) {
+        const bool resets = dialog == &move;
+        std::string seen;
+        for (char event : std::string("hDhfDfu")) {
+            if (event == 'h') dialog->CmdClose_MouseMove();
+            if (event == 'D') dialog->CmdClose_MouseDown(1);
+            if (event == 'f') dialog->Form_MouseMove();
+            if (event == 'u') dialog->CmdClose_MouseUp(2);
+            seen += dialog->CmdClosePicture + " ";
+        }
+        EXPECT_EQ(seen, resets ? "close_hover CLOSE_DOWN CLOSE_DOWN close_normal CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN "
+                               : "close_hover CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN ");
+        dialog->hWnd = resets ? 5 : 6;
+        dialog->Form_MouseDown(4, 374);
+        dialog->Form_MouseDown(1, 375);
+        dialog->CmdClose_MouseUp(1);
+        EXPECT_EQ(std::make_pair(dialog->CmdClosePicture, dialog->Loaded()), std::make_pair("close_normal"s, false));
+    }
+    EXPECT_EQ(machine->Ui().drags, (std::vector<platform::WindowHandle>{5, 6}));
 }
 
 class Dialogs : public MainForm {
