@@ -49,6 +49,9 @@ TEST_F(FileVersionInfo, FixedInfoTablesAndFlags) {
         {0, 0x40004, 3, 11, "|NT-Win32|Driver|System drv"},
         {0, 0x99, 4, 3, "|Unknown|Font|TrueType Font"},
         {16, 0x30003, 6, 0, "Info|OS/2-16 PM-32|Unknown|TrueType Font"},
+        {2, 0x10004, 1, 0, "PreRel|DOS-Win32|Application|TrueType Font"}, {4, 0x20002, 2, 0, "Patched|OS/2-16 PM-16|DLL|TrueType Font"},
+        {8, 0, 5, 0, "Private|Unknown|VxD|TrueType Font"}, {32, 0, 7, 1, "Special|Unknown|Lib|TrueType Font"},
+        {0, 0, 4, 1, "|Unknown|Font|Raster Font"}, {0, 0, 4, 2, "|Unknown|Font|Vector Font"},
     };
     for (const auto& c : cases) {
         const std::string name = "f" + std::to_string(&c - cases) + ".exe";
@@ -57,6 +60,13 @@ TEST_F(FileVersionInfo, FixedInfoTablesAndFlags) {
         EXPECT_EQ(info.FileFlags() + "|" + info.FileOS() + "|" + info.FileType() + "|" + info.FileSubType(), c.want);
         EXPECT_EQ(info.VerStructure(), "1.0");
     }
+    std::string drivers;
+    for (std::uint32_t subtype = 0; subtype <= 10; ++subtype) {
+        Read("d" + std::to_string(subtype) + ".sys", Resource({.fileType = 3, .fileSubtype = subtype}));
+        drivers += info.FileSubType() + "|";
+    }
+    EXPECT_EQ(drivers, "Unknown|Printer drv|Keyboard drv|Language drv|Display drv|Mouse drv|Network drv|System drv|"
+                       "Installable|Sound drv|Comm drv|");
 }
 
 TEST_F(FileVersionInfo, StringsComeFromTheTranslatedBlockOrFromEnglishWithTheSameCodePage) {
