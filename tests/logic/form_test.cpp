@@ -127,6 +127,8 @@ TEST_F(MainForm, EachNodeListsItsOwnSectionsOnly) {
         // Keys no node of the main tree carries still dispatch.
         {frame::key::kRegCurr, currRun}, {frame::key::kRunServiceCurr, {currRun[2]}}, {frame::key::kLogonAll, logon},
         {frame::key::kShellAll, {section::kLogonShell}}, {frame::key::kDriverAll, {}}, {frame::key::kBhoAll, {}},
+        {frame::key::kRunCurr, {currRun[0]}}, {frame::key::kRunOnceCurr, {currRun[1]}}, {frame::key::kServiceAll, {}},
+        {frame::key::kStartupAll, {logon[0]}}, {frame::key::kUserinitAll, {logon[1]}},
         {"nosuchnode", {}},
     };
     for (const auto& c : cases) {
