@@ -206,3 +206,45 @@ TEST_F(ChangeMonitor, EachAnswerLeavesTheMachineAndTheNextPassAsItSays) {
         EXPECT_EQ(messages, dialogsAfter) << c.what;
     }
 }
+
+namespace {
+
+// Services, drivers and browser helpers are never listed by a pass: their dialogs are filled by hand.
+TEST_F(ChangeMonitor, ServiceDriverAndHelperDialogsActOnTheirKeys) {
+    using tessmark::testing::Dword;
+    const std::string service = tessmark::testing::kServiceKey;
+    const std::string helper = tessmark::testing::kBhoBase + std::string(tessmark::testing::kTestClsid);
+    const struct {
+        const char *section, *code, *key;
+        char button;
+        bool serviceKept, helperKept;
+        std::optional<tessmark::testing::RawValue> start, mark;
+    } cases[] = {
+        {"Services", "NAdd;", "", 'X', false, true, {}, {}}, {"Drivers", "NAdd;", "", 'X', false, true, {}, {}},
+        {"Browser Helper Objects", "NAdd;", tessmark::testing::kTestClsid, 'X', true, false, Dword(2), {}},
+        {"Services", "NAdd;", "", 'D', true, true, Dword(4), Dword(1)},
+        {"Drivers", "NAdd;", "Three,x", 'D', true, true, Dword(4), Dword(3)},
+        {"Drivers", "EtoD", "One,x", 'X', true, true, Dword(1), {}},
+        {"Services", "Else", "", 'X', true, true, Dword(2), {}},
+    };
+    for (const auto& c : cases) {
+        form = Fresh();
+        places->SetDword(HKLM, service, "Start", 2);
+        places->Set(HKLM, helper, "", "x");
+        form->SaveState();
+        form->StartSearch();
+        monitor::FrmNotify& d = form->monitor.forms.New();
+        d.LblName = "TessmarkTestService", d.LblChange = c.code, d.LblKey = c.key;
+        d.LblSection = "Section: Registry\\All Users\\" + std::string(c.section);
+        c.button == 'X' ? d.CmdDiscard_Click() : d.CmdDisable_Click();
+        const std::string what = std::string(c.section) + " " + c.code + c.button;
+        EXPECT_EQ(std::make_pair(places->KeyExists(HKLM, service), places->KeyExists(HKLM, helper)),
+                  std::make_pair(c.serviceKept, c.helperKept)) << what;
+        EXPECT_EQ(places->Raw(HKLM, service, "Start"), c.start) << what;
+        EXPECT_EQ(places->Raw(HKLM, service, "AutorunsDisabled"), c.mark) << what;
+        EXPECT_THROW(d.Label("LblNone"), vb::VbError);
+        EXPECT_THROW(d.Button("CmdNone"), vb::VbError);
+    }
+}
+
+}  // namespace
