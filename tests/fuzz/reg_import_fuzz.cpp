@@ -43,7 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static platform::memory::RecordingUi ui;
     disk.AddFile("C:\\in.reg", contents);
     platform::memory::MemoryRegistry imported, named;
-    registry::AdvRegistryAccess(imported, disk, ui).ImportFromReg("C:\\in.reg");
+    registry::AdvRegistryAccess importer(imported, disk, ui);
+    importer.ImportFromReg("C:\\in.reg");
     // Every key the file names, made through the class's own path rules.
     registry::AdvRegistryAccess reference(named, disk, ui);
     for (const std::string& raw : vb::Split(contents, "\r\n")) {
