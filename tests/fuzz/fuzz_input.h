@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/memory/memory_disk.h"
+
 namespace tessmark::fuzz {
 
 struct Input {
@@ -17,10 +19,7 @@ struct Input {
     // A text of up to 255 bytes, its length in the byte before it.
     std::string Text() { return Take(Byte()); }
     // A text of up to 65,535 bytes, its length in the two bytes before it.
-    std::string LongText() {
-        const std::size_t high = Byte();
-        return Take(high << 8 | Byte());
-    }
+    std::string LongText() { const std::size_t high = Byte(); return Take(high << 8 | Byte()); }
     std::string Rest() { return Take(size - at); }
     std::string Take(std::size_t length) {
         std::string piece(reinterpret_cast<const char*>(data + at), std::min(length, size - at));
@@ -28,5 +27,11 @@ struct Input {
         return piece;
     }
 };
+
+// One disk for every run, made once: making one is far dearer than a run.
+inline platform::memory::MemoryDisk& SharedDisk() {
+    static platform::memory::MemoryDisk disk;
+    return disk;
+}
 
 }  // namespace tessmark::fuzz

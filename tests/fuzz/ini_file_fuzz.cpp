@@ -1,13 +1,11 @@
 // The settings file as a user might have edited it: any bytes, read and written
 // through every operation of the settings object.
 #include "fuzz_input.h"
-#include "platform/memory/memory_disk.h"
 #include "storage/IniFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     tessmark::fuzz::Input input{data, size};
-    // One disk for every run, made once: making one is far dearer than a run.
-    static tessmark::platform::memory::MemoryDisk disk;
+    auto& disk = tessmark::fuzz::SharedDisk();
     const std::string section = input.Text(), key = input.Text(), value = input.Text();
     disk.AddFile("C:\\Settings.ini", input.Rest());
     tessmark::storage::IniFile ini(disk);

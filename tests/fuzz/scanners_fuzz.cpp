@@ -4,10 +4,10 @@
 #include "discovery/RowServices.h"
 #include "discovery/RunKeys.h"
 #include "fuzz_input.h"
-#include "platform/memory/memory_disk.h"
 #include "platform/memory/memory_process.h"
 #include "platform/memory/memory_registry.h"
 #include "platform/memory/recording_ui.h"
+#include "raw_values.h"
 
 namespace {
 
@@ -26,22 +26,16 @@ const std::string kKeys[] = {kRun, kRun + kOff, kRun + "Once", kRun + "Once" + k
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Input input{data, size};
     platform::memory::MemoryRegistry registry;
-    // One disk for every run, made once (the scanners only read it).
-    static platform::memory::MemoryDisk disk;
+    auto& disk = fuzz::SharedDisk();  // the scanners only read it
     disk.AddFile("C:\\Windows\\System32\\userinit.exe", "MZ");
     platform::memory::RecordingUi ui;
     platform::memory::MemoryProcess process;
     while (!input.Empty()) {
         const std::uint8_t where = input.Byte();
-        const platform::RegHandle root = where & 0x80 ? platform::reg::kCurrentUser : platform::reg::kLocalMachine;
         const std::string name = input.Text();
         const std::uint32_t type = input.Byte() % 12;
-        const std::string value = input.LongText();
-        platform::RegHandle key = 0;
-        registry.RegCreateKeyA(root, kKeys[(where & 0x7F) % std::size(kKeys)].c_str(), &key);
-        registry.RegSetValueExA(key, name.c_str(), type, reinterpret_cast<const std::uint8_t*>(value.data()),
-                                static_cast<std::uint32_t>(value.size()));
-        registry.RegCloseKey(key);
+        testing::SetRaw(registry, where & 0x80 ? platform::reg::kCurrentUser : platform::reg::kLocalMachine,
+                        kKeys[(where & 0x7F) % std::size(kKeys)], name, type, input.LongText());
     }
 
     SystemFolders folders{"C:\\Windows", "C:\\Program Files"};
@@ -55,12 +49,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (bool currentUser : {false, true})
         for (auto scan : {AddRun, AddRunOnce, AddRunServices, AddRunServiceOnce})
             scan(form, currentUser);
-    for (vb::Integer type = 1; type <= 3; ++type) {
-        try {
-            AddLogon(form, LogonKey(type), type);
-        } catch (const vb::VbError&) {  // nothing in the logon scanner traps errors: the program would end
-        }
-    }
+    // Nothing in the logon scanner traps errors: in the program one would end it.
+    for (vb::Integer type = 1; type <= 3; ++type)
+        try { AddLogon(form, LogonKey(type), type); } catch (const vb::VbError&) {}
     std::string total, active;
     refreshCheckBox(list, total, active, [] {});
     return 0;

@@ -8,12 +8,10 @@ void DeleteTree(platform::RegistryPort& registry, platform::RegHandle parent, co
     platform::RegHandle key = 0;
     if (registry.RegOpenKeyExA(parent, subKey.c_str(), 0, platform::reg::kAllAccess, &key) != 0) return;
     std::vector<std::string> children;
-    for (std::uint32_t i = 0;; ++i) {
-        char name[257];  // the longest key name and its NUL
-        std::uint32_t length = sizeof name;
-        if (registry.RegEnumKeyExA(key, i, name, &length) != 0) break;
+    char name[257];  // the longest key name and its NUL
+    for (std::uint32_t length = sizeof name; registry.RegEnumKeyExA(key, children.size(), name, &length) == 0;
+         length = sizeof name)
         children.emplace_back(name, length);
-    }
     // Relative to the open key, so that deep paths stay short.
     for (const auto& child : children) DeleteTree(registry, key, child);
     registry.RegCloseKey(key);

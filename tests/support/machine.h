@@ -15,28 +15,24 @@ namespace tessmark::testing {
 class TestMachine {
 public:
     virtual ~TestMachine() = default;
-
     virtual bool IsReal() const = 0;
     virtual platform::RegistryPort& Registry() = 0;
     virtual platform::FilesPort& Files() = 0;
     virtual platform::ShellPort& Shell() = 0;
+    virtual platform::ProcessPort& Process() = 0;
     // Message boxes are always recorded, never shown, also on Wine.
     platform::memory::RecordingUi& Ui() { return ui_; }
-    virtual platform::ProcessPort& Process() = 0;
     platform::Ports Ports() { return {Registry(), Files(), Shell(), Ui(), Process()}; }
 
-    // A folder that exists and is empty when the test starts ("C:\tessmark-test").
+    // A folder that exists and is empty when the test starts ("C:\tessmark-test"), or "C:\" + name.
     std::string ScratchFolder() { return ScratchFolder("tessmark-test"); }
-    // The same for another folder of the drive's root: "C:\" + name.
     virtual std::string ScratchFolder(const std::string& name) = 0;
-    // Sets attribute bits (read-only, hidden, system) of a file beside those it has.
+    // Sets attribute bits (read-only, hidden, system) beside those the file has, or clears them.
     virtual void AddFileAttributes(const std::string& path, std::uint32_t attributes) = 0;
-    // Clears those bits again, so that the file can be deleted.
     virtual void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) = 0;
     // A program file that carries the version resource of version_fixture.h.
     virtual std::string VersionedFile() = 0;
-    // The platform's own private-profile calls, where there is a platform:
-    // GetPrivateProfileStringA with the empty default, and WritePrivateProfileStringA.
+    // The platform's own GetPrivateProfileStringA (empty default) and WritePrivateProfileStringA, where there is one.
     virtual std::optional<std::string> ProfileRead(const std::string&, const std::string&, const std::string&) {
         return std::nullopt;
     }
@@ -51,8 +47,7 @@ std::unique_ptr<TestMachine> MakeTestMachine();
 // Registry keys used for scratch by the suites: removed whole by DeleteTree.
 inline constexpr const char* kScratchKey = "Software\\TessmarkTest";
 
-// Seeds a REG_SZ value with its terminating NUL, as a setup program stores it;
-// false when the key cannot be made or the value not set.
+// Seeds a REG_SZ value with its terminating NUL, as a setup program stores it; false when that fails.
 inline bool SeedString(platform::RegistryPort& registry, platform::RegHandle root, const std::string& key,
                        const std::string& name, const std::string& value) {
     return SetRaw(registry, root, key, name, platform::reg::kSz, value + '\0');

@@ -9,29 +9,22 @@ namespace {
 
 constexpr const char* kVersionedFile = "C:\\Program Files\\Tessmark Test\\tessmark_wine_tests.exe";
 
-platform::memory::VersionResource FixtureResource() {
-    platform::memory::VersionResource resource;
-    auto& fixed = resource.fixed;
-    fixed.fileVersionMS = fixture::kFileVersion[0] << 16 | fixture::kFileVersion[1];
-    fixed.fileVersionLS = fixture::kFileVersion[2] << 16 | fixture::kFileVersion[3];
-    fixed.productVersionMS = fixture::kProductVersion[0] << 16 | fixture::kProductVersion[1];
-    fixed.productVersionLS = fixture::kProductVersion[2] << 16 | fixture::kProductVersion[3];
-    fixed.fileFlags = FIXTURE_FILE_FLAGS;
-    fixed.fileOS = FIXTURE_FILE_OS;
-    fixed.fileType = FIXTURE_FILE_TYPE;
-    resource.translations = {{fixture::kGerman, FIXTURE_CODE_PAGE}, {fixture::kEnglish, FIXTURE_CODE_PAGE}};
-    resource.strings[fixture::kGermanTable] = {{"FileDescription", FIXTURE_DESCRIPTION_GERMAN}};
-    resource.strings[fixture::kEnglishTable] = {{"CompanyName", FIXTURE_COMPANY_NAME},
-                                                {"FileDescription", FIXTURE_DESCRIPTION_ENGLISH},
-                                                {"FileVersion", FIXTURE_FILE_VERSION_TEXT}};
-    return resource;
-}
+// Two 16-bit parts of the fixture's numbers in one word, the first high.
+std::uint32_t Word(const std::uint16_t* parts) { return std::uint32_t{parts[0]} << 16 | parts[1]; }
 
 class MemoryMachine final : public TestMachine {
 public:
     MemoryMachine() {
+        const std::uint16_t file[] = {FIXTURE_FILE_VERSION}, product[] = {FIXTURE_PRODUCT_VERSION};
         disk_.AddFile(kVersionedFile, "MZ");
-        disk_.SetVersionResource(kVersionedFile, FixtureResource());
+        disk_.SetVersionResource(kVersionedFile,
+            {{.fileVersionMS = Word(file), .fileVersionLS = Word(file + 2),
+              .productVersionMS = Word(product), .productVersionLS = Word(product + 2),
+              .fileFlags = FIXTURE_FILE_FLAGS, .fileOS = FIXTURE_FILE_OS, .fileType = FIXTURE_FILE_TYPE},
+             {{FIXTURE_GERMAN, FIXTURE_CODE_PAGE}, {FIXTURE_ENGLISH, FIXTURE_CODE_PAGE}},
+             {{"040704E4", {{"FileDescription", FIXTURE_DESCRIPTION_GERMAN}}},
+              {"040904E4", {{"CompanyName", FIXTURE_COMPANY_NAME}, {"FileDescription", FIXTURE_DESCRIPTION_ENGLISH},
+                            {"FileVersion", FIXTURE_FILE_VERSION_TEXT}}}}});
     }
     bool IsReal() const override { return false; }
     platform::RegistryPort& Registry() override { return registry_; }
@@ -42,11 +35,11 @@ public:
         disk_.MkDir("C:\\" + name);
         return "C:\\" + name;
     }
-    void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
-        disk_.SetAttributes(path, disk_.GetFileAttributesA(path.c_str()) | attributes);
+    void AddFileAttributes(const std::string& path, std::uint32_t bits) override {
+        disk_.SetAttributes(path, disk_.GetFileAttributesA(path.c_str()) | bits);
     }
-    void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) override {
-        disk_.SetAttributes(path, disk_.GetFileAttributesA(path.c_str()) & ~attributes);
+    void RemoveFileAttributes(const std::string& path, std::uint32_t bits) override {
+        disk_.SetAttributes(path, disk_.GetFileAttributesA(path.c_str()) & ~bits);
     }
     std::string VersionedFile() override { return kVersionedFile; }
 

@@ -33,12 +33,8 @@ public:
         fs::create_directory(path, ignored);
         return path;
     }
-    void AddFileAttributes(const std::string& path, std::uint32_t attributes) override {
-        Attrib(path, attributes, '+');
-    }
-    void RemoveFileAttributes(const std::string& path, std::uint32_t attributes) override {
-        Attrib(path, attributes, '-');
-    }
+    void AddFileAttributes(const std::string& path, std::uint32_t bits) override { Attrib(path, bits, '+'); }
+    void RemoveFileAttributes(const std::string& path, std::uint32_t bits) override { Attrib(path, bits, '-'); }
     // A copy of this program where the memory machine keeps its versioned file:
     // the build folder's name has a hyphen, which command-line reduction cuts at.
     std::string VersionedFile() override {
@@ -61,14 +57,12 @@ public:
     }
 
 private:
-    // Through the platform's own attrib command, one bit a call: Wine's takes only
-    // the last of several.
-    static void Attrib(const std::string& path, std::uint32_t attributes, char sign) {
+    // Through the platform's own attrib command, one bit a call: Wine's takes only the last of several.
+    static void Attrib(const std::string& path, std::uint32_t bits, char sign) {
         const std::pair<std::uint32_t, char> switches[] = {
             {platform::kAttrReadOnly, 'r'}, {platform::kAttrHidden, 'h'}, {platform::kAttrSystem, 's'}};
         for (const auto& [bit, letter] : switches)
-            if (attributes & bit)
-                std::system(("attrib " + std::string{sign, letter} + " \"" + path + "\" >nul").c_str());
+            if (bits & bit) std::system(("attrib " + std::string{sign, letter} + " \"" + path + "\" >nul").c_str());
     }
 
     platform::win32::Win32Registry registry_;

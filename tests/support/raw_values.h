@@ -18,9 +18,8 @@ inline bool SetRaw(platform::RegistryPort& registry, platform::RegHandle root, c
                    const std::string& name, std::uint32_t type, const std::string& data) {
     platform::RegHandle handle = 0;
     if (registry.RegCreateKeyA(root, key.c_str(), &handle) != 0) return false;
-    const bool set = registry.RegSetValueExA(handle, name.c_str(), type,
-                                             reinterpret_cast<const std::uint8_t*>(data.data()),
-                                             static_cast<std::uint32_t>(data.size())) == 0;
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(data.data());
+    const bool set = registry.RegSetValueExA(handle, name.c_str(), type, bytes, std::uint32_t(data.size())) == 0;
     registry.RegCloseKey(handle);
     return set;
 }

@@ -24,12 +24,8 @@ struct ScriptedView final : frame::MainView {
         popups.push_back(menu.Name);
         return choose ? choose(menu) : nullptr;
     }
-    void ShowModal(forms::FrmMove& dialog) override {
-        if (move) move(dialog);
-    }
-    void ShowModal(forms::FrmEdit& dialog) override {
-        if (edit) edit(dialog);
-    }
+    void ShowModal(forms::FrmMove& dialog) override { if (move) move(dialog); }
+    void ShowModal(forms::FrmEdit& dialog) override { if (edit) edit(dialog); }
 };
 
 }  // namespace tessmark::testing

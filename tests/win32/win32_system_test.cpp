@@ -5,17 +5,14 @@
 #include "safety/SysRes.h"
 #include "win32/platform/win32_system.h"
 
-namespace {
+using namespace tessmark;
 
 TEST(Win32System, TheVersionIsReadAndTheRestorePointRefusedWithACode) {
-    tessmark::platform::win32::Win32System system;
-    tessmark::platform::OsVersionInfoA version;
+    platform::win32::Win32System system;
+    platform::OsVersionInfoA version;
     version.dwOSVersionInfoSize = 148;
     ASSERT_NE(system.GetVersionExA(&version), 0);
     EXPECT_GE(version.dwMajorVersion, 5u);
-    EXPECT_NE(system.CallByMoniker(tessmark::safety::kCreatePointMoniker, "CreateRestorePoint",
-                                   {std::string("x"), std::int16_t{12}, std::int16_t{100}}),
-              0);
+    EXPECT_NE(system.CallByMoniker(safety::kCreatePointMoniker, "CreateRestorePoint",
+                                   {std::string("x"), std::int16_t{12}, std::int16_t{100}}), 0);
 }
-
-}  // namespace
