@@ -89,10 +89,13 @@ Outcome MoveMember(Places& places, const Slot& from, const Slot& to, const std::
         if (!before[1]) {
             want[1] = Content{reg::kSz, moved + '\0'};
         } else {
+            // Into an empty list alone; before a closing separator, which stays.
             auto [list, listTail] = TextAndTail(before[1]->bytes);
-            const std::string trimmed = vb::RTrim(list);
-            if (!trimmed.empty() && trimmed.back() != separator) list += separator;
-            want[1] = Content{before[1]->type, list + moved + listTail};
+            std::vector<std::string> members = Split(list, separator);
+            if (vb::Trim(list).empty()) members = {moved};
+            else if (members.size() > 1 && vb::Trim(members.back()).empty()) members.insert(members.end() - 1, moved);
+            else members.push_back(moved);
+            want[1] = Content{before[1]->type, Join(members, separator) + listTail};
         }
         return {};
     });
@@ -138,7 +141,7 @@ Outcome EnableShortcut(platform::Ports ports, Places& places, const Record& reco
     const Slot ini{0, {}, {}, SideFolder(ports.files) + "\\Settings.ini"};
     return places.Move({copy, lnk, ini}, [&](const std::vector<State>& before, std::vector<State>& want) -> std::string {
         if (before[1]) return lnk.file + " already exists";
-        const auto text = storage::IniTextWithoutKey(before[2] ? before[2]->bytes : std::string(), section, key);
+        const auto text = storage::IniTextWithoutKey(before[2] ? before[2]->bytes : std::string(), section, key, true);
         if (!text) return ini.file + " no longer has the line \"" + key + "\"";
         // A file emptied of its last line goes, as it was before the first disable.
         if (text->empty()) want[2].reset();
