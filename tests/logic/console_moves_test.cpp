@@ -52,7 +52,7 @@ protected:
         std::map<std::string, std::string> world;
         auto& registry = machine->Registry();
         for (auto root : {HKLM, HKCU})
-            for (const std::string key : {kRun, kRun + "\\AutorunsDisabled", kRunOnce, kRunOnce + "\\AutorunsDisabled",
+            for (const std::string& key : {kRun, kRun + "\\AutorunsDisabled", kRunOnce, kRunOnce + "\\AutorunsDisabled",
                                           std::string(kWinlogon), std::string(kWinlogon) + "\\AutorunsDisabled"}) {
                 platform::RegHandle handle = 0;
                 if (registry.RegOpenKeyExA(root, key.c_str(), 0, platform::reg::kRead, &handle) != 0) continue;
@@ -109,7 +109,9 @@ TEST_F(ConsoleMoves, RoundTripsLeaveEverythingAsItWasAndTheWindowListsTheDisable
         args.insert(args.end(), c.pick.begin(), c.pick.end());
         if (Console(args) != 0) continue;
         EXPECT_TRUE(Listed(c.disabledName, c.section, false));
-        if (!c.pick.empty()) EXPECT_EQ(places.Target(kCurrentUser, "Twin A.lnk"), "C:\\windows\\regedit.exe");
+        if (!c.pick.empty()) {
+            EXPECT_EQ(places.Target(kCurrentUser, "Twin A.lnk"), "C:\\windows\\regedit.exe");
+        }
         Console({"enable", c.disabledName, "--section", c.section});
         EXPECT_EQ(World(), before);
     }
