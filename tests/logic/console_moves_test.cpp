@@ -47,7 +47,7 @@ protected:
             return r.name == name && r.section == section && r.enabled == enabled;
         });
     }
-    // Every value of the item keys, lists as sorted members, every file of the Startup folders and Settings.ini.
+    // Every value of the item keys, every file of the Startup folders and Settings.ini.
     std::map<std::string, std::string> World() {
         std::map<std::string, std::string> world;
         auto& registry = machine->Registry();
@@ -61,14 +61,6 @@ protected:
                      registry.RegEnumValueA(handle, i, name, &length, nullptr, nullptr, nullptr) == 0;
                      ++i, length = sizeof name) {
                     auto value = *places.Raw(root, key, name);
-                    if (std::string(name) == "Userinit" || std::string(name) == "Shell") {
-                        std::replace(value.second.begin(), value.second.end(), ' ', ',');
-                        std::vector<std::string> members;
-                        for (std::istringstream list(Shown(value.second)); std::getline(list, members.emplace_back(), ',');) {}
-                        std::sort(members.begin(), members.end());
-                        value.second.clear();
-                        for (const auto& m : members) value.second += m.empty() ? "" : m + ",";
-                    }
                     world[std::to_string(root) + key + "|" + name] = std::to_string(value.first) + ":" + value.second;
                 }
                 registry.RegCloseKey(handle);
