@@ -8,7 +8,7 @@ export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
 PACKAGES=(cmake ninja-build g++ googletest libgtest-dev libbenchmark-dev
   g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
   wine64 fonts-wine xvfb xauth imagemagick x11-apps xdotool python3
-  clang libclang-rt-14-dev)
+  clang libclang-rt-14-dev nlohmann-json3-dev)
 
 ensure_packages() {
   local missing=()

@@ -21,6 +21,17 @@ using RowTag = std::variant<std::monostate, long, std::string>;
 // error 13 for text that is no number.
 long TagNumber(const RowTag& tag);
 
+// Where a row's item lies, set by the scanners for callers that move the item
+// itself rather than the text the row shows; the window never reads it.
+struct ItemPlace {
+    enum class Kind { None, Value, ListMember, Shortcut, SettingsLine };
+    Kind kind = Kind::None;
+    std::uint32_t root = 0;  // registry root of a value or list
+    std::string key;         // registry key; the shortcut's folder; the Settings.ini section
+    std::string name;        // value name, up to its NUL; the shortcut's file name; the line's key
+    std::string member;      // a list member as the scanner cut it from the list
+};
+
 // Texts enter a row cut at their first NUL (storage::StripAtNull): the
 // registry's 1024-character reads and the shell's 260-character display names
 // come padded with NULs, and a row hands its texts on as they stand, to the
@@ -34,6 +45,7 @@ struct ItemRow {
     bool Checked = false;
     bool Selected = false;
     std::string Key;  // never set by the program
+    ItemPlace Place;
 
     // SubItems(1) path, SubItems(2) "Yes"/"No"/"NO", SubItems(3) section.
     // Other indexes raise error 380, as the control does.

@@ -44,7 +44,7 @@ Section SectionOf(int logonType) {
 }
 
 void AddLogonRow(ScanContext& form, std::string piece, const LogonVariant& variant, const Section& section,
-                 const char* flag) {
+                 const char* flag, ItemPlace place) {
     // The row is built apart and added last: the file search below pumps
     // messages, and a handler may clear the list meanwhile.
     ItemRow row;
@@ -71,29 +71,36 @@ void AddLogonRow(ScanContext& form, std::string piece, const LogonVariant& varia
     row.SubItems(3) = section.path;
     row.SmallIcon = form.RowIcon(row.SubItems(1));
     row.Tag = std::string(section.tag);
+    row.Place = std::move(place);
     form.ListView1.Add() = std::move(row);
 }
 
-void AddLogonValue(ScanContext& form, RegHandle key, const std::string& rawName, const LogonVariant& variant,
-                   const Section& section, bool enabled) {
+void AddLogonValue(ScanContext& form, RegHandle key, const std::string& keyPath, const std::string& rawName,
+                   const LogonVariant& variant, const Section& section, bool enabled) {
     std::string text = CleanValueText(registry::QueryRegValue(form.ports.registry, key, rawName));
     if (variant.trimBothEnds) text = vb::LTrim(text);
 
+    auto place = [&](const std::string& member) {
+        return ItemPlace{ItemPlace::Kind::ListMember, platform::reg::kLocalMachine, keyPath,
+                         storage::StripAtNull(rawName), member};
+    };
     auto pump = [&] {
         if (enabled) form.ports.ui.DoEvents();
     };
     for (long p = vb::InStr(text, variant.separator); p > 0; p = vb::InStr(text, variant.separator)) {
         std::string piece = vb::Left(text, p - 1);
+        const std::string member = piece;
         std::string reduced = GetExeName(piece, form.folders);
         text = vb::Mid(text, p + 1);
         pump();
-        AddLogonRow(form, reduced, variant, section, enabled ? "Yes" : variant.disabledLoopFlag);
+        AddLogonRow(form, reduced, variant, section, enabled ? "Yes" : variant.disabledLoopFlag, place(member));
     }
     bool tail = enabled && variant.tailTrimmedTest ? !vb::Trim(text).empty() : !text.empty();
     if (tail) {
+        const std::string member = text;
         std::string reduced = GetExeName(text, form.folders);
         pump();
-        AddLogonRow(form, reduced, variant, section, enabled ? "Yes" : "No");
+        AddLogonRow(form, reduced, variant, section, enabled ? "Yes" : "No", place(member));
     }
 }
 
@@ -108,7 +115,7 @@ void LogonPass(ScanContext& form, const std::string& subKey, int logonType, cons
         for (const LogonVariant& variant : kVariants) {
             int type = enabled ? variant.enabledType : variant.disabledType;
             if (reduced == variant.valueName && (type == 0 || logonType == type))
-                AddLogonValue(form, key, rawName, variant, section, enabled);
+                AddLogonValue(form, key, subKey, rawName, variant, section, enabled);
         }
     }
     registry.RegCloseKey(key);

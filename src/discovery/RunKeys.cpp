@@ -62,6 +62,8 @@ void ScanKey(ScanContext& form, const RunVariant& variant, bool currentUser, boo
         Resume([&] { row.SubItems(3) = section; });
         Resume([&] { row.SmallIcon = form.RowIcon(reduced); });
         Resume([&] { row.Tag = static_cast<long>(entry.tag.number()); });
+        row.Place = {ItemPlace::Kind::Value, currentUser ? platform::reg::kCurrentUser : platform::reg::kLocalMachine,
+                     subKey, storage::StripAtNull(name), {}};
     }
     Resume([&] { registry.RegCloseKey(key); });
 }

@@ -35,6 +35,7 @@ void AddStartupFolder(ScanContext& form, std::string_view sectionPath, bool pump
         Resume([&] { row.SubItems(2) = "Yes"; });
         Resume([&] { row.SubItems(3) = section; });
         Resume([&] { row.Tag = tag; });
+        row.Place = {ItemPlace::Kind::Shortcut, 0, folder, name, {}};
     }
 
     vb::Array<std::string> lines;
@@ -53,6 +54,7 @@ void AddStartupFolder(ScanContext& form, std::string_view sectionPath, bool pump
         Resume([&] { row.SubItems(3) = section; });
         Resume([&] { row.Tag = tag; });
         Resume([&] { row.SmallIcon = form.RowIcon(row.SubItems(1)); });
+        row.Place = {ItemPlace::Kind::SettingsLine, 0, std::string(entry.disabled.settingsSection), lines[i], {}};
         bool stepped = false;
         Resume([&] { ++i, stepped = true; });  // past 32767 the loop ends with its error ignored
         if (!stepped) break;

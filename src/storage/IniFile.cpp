@@ -1,5 +1,6 @@
 #include "storage/IniFile.h"
 
+#include <optional>
 #include <vector>
 
 #include "storage/filesearch.h"
@@ -92,10 +93,9 @@ std::string IniFile::IniReadValue(const std::string& key, const std::string& def
     return value;
 }
 
-void IniFile::IniWriteValue(const std::string& key, const std::string& value) {
-    std::string contents;
-    files_.ReadWholeFile(path_, &contents);
-    std::string section = StripAtNull(section_), name = StripAtNull(key);
+std::string IniTextWithValue(const std::string& contents, const std::string& sectionName, const std::string& key,
+                             const std::string& value) {
+    std::string section = StripAtNull(sectionName), name = StripAtNull(key);
     Parsed parsed = Parse(contents, section);
     std::string line = name + "=" + StripAtNull(value);
     long at = FindKey(parsed, name);
@@ -114,17 +114,32 @@ void IniFile::IniWriteValue(const std::string& key, const std::string& value) {
         parsed.lines.push_back("[" + section + "]");
         parsed.lines.push_back(line);
     }
-    files_.WriteWholeFile(path_, Join(parsed.lines));
+    return Join(parsed.lines);
+}
+
+std::optional<std::string> IniTextWithoutKey(const std::string& contents, const std::string& section,
+                                             const std::string& key, bool dropEmptySection) {
+    Parsed parsed = Parse(contents, StripAtNull(section));
+    long at = FindKey(parsed, StripAtNull(key));
+    if (at < 0) return std::nullopt;
+    parsed.lines.erase(parsed.lines.begin() + at);
+    bool empty = true;
+    for (long i = parsed.heading + 1; i < parsed.end - 1; ++i) empty = empty && Strip(parsed.lines[i]).empty();
+    if (dropEmptySection && empty)
+        parsed.lines.erase(parsed.lines.begin() + parsed.heading, parsed.lines.begin() + parsed.end - 1);
+    return Join(parsed.lines);
+}
+
+void IniFile::IniWriteValue(const std::string& key, const std::string& value) {
+    std::string contents;
+    files_.ReadWholeFile(path_, &contents);
+    files_.WriteWholeFile(path_, IniTextWithValue(contents, section_, key, value));
 }
 
 void IniFile::IniDeleteKey(const std::string& key) {
     std::string contents;
     if (!files_.ReadWholeFile(path_, &contents)) return;
-    Parsed parsed = Parse(contents, StripAtNull(section_));
-    long at = FindKey(parsed, StripAtNull(key));
-    if (at < 0) return;
-    parsed.lines.erase(parsed.lines.begin() + at);
-    files_.WriteWholeFile(path_, Join(parsed.lines));
+    if (auto text = IniTextWithoutKey(contents, section_, key)) files_.WriteWholeFile(path_, *text);
 }
 
 vb::Array<std::string> IniFile::IniReadSection() {

@@ -4,6 +4,7 @@
 // (names compared without regard to case, "key=value" lines, sections in
 // brackets); every write rewrites the whole file in one step, so a crash never
 // leaves it half written.
+#include <optional>
 #include <string>
 
 #include "platform/files_port.h"
@@ -31,5 +32,13 @@ private:
     std::string path_;
     std::string section_;
 };
+
+// The file's text as IniWriteValue leaves it.
+std::string IniTextWithValue(const std::string& contents, const std::string& section, const std::string& key,
+                             const std::string& value);
+// The file's text as IniDeleteKey leaves it, nothing when the key is missing;
+// optionally without the heading of a section left with no lines.
+std::optional<std::string> IniTextWithoutKey(const std::string& contents, const std::string& section,
+                                             const std::string& key, bool dropEmptySection = false);
 
 }  // namespace tessmark::storage

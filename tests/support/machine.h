@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/codec_port.h"
 #include "platform/memory/recording_ui.h"
 #include "platform/ports.h"
 #include "raw_values.h"
@@ -22,6 +23,7 @@ public:
     virtual platform::ProcessPort& Process() = 0;
     // Message boxes are always recorded, never shown, also on Wine.
     platform::memory::RecordingUi& Ui() { return ui_; }
+    virtual platform::CodecPort& Codec() = 0;
     platform::Ports Ports() { return {Registry(), Files(), Shell(), Ui(), Process()}; }
 
     // A folder that exists and is empty when the test starts ("C:\tessmark-test"), or "C:\" + name.

@@ -1,4 +1,5 @@
 #include "machine.h"
+#include "platform/memory/memory_codec.h"
 #include "platform/memory/memory_disk.h"
 #include "platform/memory/memory_process.h"
 #include "platform/memory/memory_registry.h"
@@ -31,6 +32,7 @@ public:
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
     platform::ProcessPort& Process() override { return process_; }
+    platform::CodecPort& Codec() override { return codec_; }
     std::string ScratchFolder(const std::string& name) override {
         disk_.MkDir("C:\\" + name);
         return "C:\\" + name;
@@ -47,6 +49,7 @@ private:
     platform::memory::MemoryRegistry registry_;
     platform::memory::MemoryDisk disk_;
     platform::memory::MemoryProcess process_;
+    platform::memory::MemoryCodec codec_;
 };
 
 }  // namespace

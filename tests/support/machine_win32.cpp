@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "machine.h"
+#include "win32/platform/win32_codec.h"
 #include "win32/platform/win32_disk.h"
 #include "win32/platform/win32_process.h"
 #include "win32/platform/win32_registry.h"
@@ -22,6 +23,7 @@ public:
     platform::FilesPort& Files() override { return disk_; }
     platform::ShellPort& Shell() override { return disk_; }
     platform::ProcessPort& Process() override { return process_; }
+    platform::CodecPort& Codec() override { return codec_; }
     std::string ScratchFolder(const std::string& name) override {
         namespace fs = std::filesystem;
         const std::string path = "C:\\" + name;
@@ -68,6 +70,7 @@ private:
     platform::win32::Win32Registry registry_;
     platform::win32::Win32Disk disk_;
     platform::win32::Win32Process process_;
+    platform::win32::Win32Codec codec_;
 };
 
 }  // namespace
