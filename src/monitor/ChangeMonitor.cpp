@@ -188,8 +188,9 @@ void ChangeMonitor::StartSearch() {
         const discovery::ItemRow& item = list(r + 1);
         current[r] = {item.Text, item.SubItems(1), item.SubItems(2), item.SubItems(3), ""};
         const MonitorRow& row = current[r];
-        form_.ports.ui.ActivityLog("Tessmark - " + discovery::Shown(row.Name) + " Path-> " + discovery::Shown(row.Path) +
-                                  " Section-> " + discovery::Shown(row.Section));
+        using discovery::Shown;
+        form_.ports.ui.ActivityLog("Tessmark - " + Shown(row.Name) + " Path-> " + Shown(row.Path) + " Section-> " +
+                                   Shown(row.Section));
     }
 
     Comparison comparison(form_, rows, forms);

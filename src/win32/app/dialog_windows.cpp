@@ -26,7 +26,8 @@ void Enable(HWND control, bool enabled) {
 }
 
 BOOL CALLBACK CollectTakingInput(HWND window, LPARAM found) {
-    if (IsWindowVisible(window) && IsWindowEnabled(window)) reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
+    if (IsWindowVisible(window) && IsWindowEnabled(window))
+        reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
     return TRUE;
 }
 
@@ -118,8 +119,9 @@ void DialogWindow::RunModal() {
 }
 
 LRESULT DialogWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (FormMouse(window_, message, lParam, [this](int button, int y) { Fire([&] { model_.Form_MouseDown(button, y); }); },
-                  [this] { Fire([&] { model_.Form_MouseMove(); }); }))
+    if (FormMouse(
+            window_, message, lParam, [this](int button, int y) { Fire([&] { model_.Form_MouseDown(button, y); }); },
+            [this] { Fire([&] { model_.Form_MouseMove(); }); }))
         return 0;
     switch (message) {
     case WM_ERASEBKGND:

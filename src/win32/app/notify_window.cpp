@@ -60,7 +60,7 @@ private:
         // comes for the window goes nowhere.
         if (!alive) return;
         vb::RunEvent(ui_, std::forward<Handler>(handler));
-        if (alive) Refresh();
+        if (alive) Refresh();  // an unloading handler has taken the window with it
     }
 
     FrmNotify& form_;
@@ -125,7 +125,9 @@ NotifyWindow::NotifyWindow(FrmNotify& form, platform::UiServices& ui)
                                 : Control(window_, "STATIC", id, SS_LEFT | SS_NOPREFIX, font, bounds);
     }
 
-    auto fire = [this](auto handler) { return [this, handler](auto... button) { Fire([&] { (form_.*handler)(button...); }); }; };
+    auto fire = [this](auto handler) {
+        return [this, handler](auto... button) { Fire([&] { (form_.*handler)(button...); }); };
+    };
     CmdClose_ = std::make_unique<CaptionButton>(
         window_, id::notify::CmdClose, body_.get(),
         CaptionButton::Handlers{fire(&FrmNotify::CmdClose_MouseDown), fire(&FrmNotify::CmdClose_MouseMove),
@@ -182,7 +184,8 @@ bool NotifyWindow::Key(const MSG& msg) {
     if (msg.wParam == VK_TAB)
         Focus(form_.NextButton(name, GetKeyState(VK_SHIFT) < 0));
     else if (!name.empty())
-        SendMessageA(window_, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(focused), BN_CLICKED), reinterpret_cast<LPARAM>(focused));
+        SendMessageA(window_, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(focused), BN_CLICKED),
+                     reinterpret_cast<LPARAM>(focused));
     return true;
 }
 
@@ -217,8 +220,9 @@ LRESULT CALLBACK NotifyWindow::Proc(HWND window, UINT message, WPARAM wParam, LP
 }
 
 LRESULT NotifyWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (FormMouse(window_, message, lParam, [this](int button, int y) { Fire([&] { form_.Form_MouseDown(button, y); }); },
-                  [this] { Fire([&] { form_.Form_MouseMove(); }); }))
+    if (FormMouse(
+            window_, message, lParam, [this](int button, int y) { Fire([&] { form_.Form_MouseDown(button, y); }); },
+            [this] { Fire([&] { form_.Form_MouseMove(); }); }))
         return 0;
     switch (message) {
     case WM_ERASEBKGND:

@@ -1,8 +1,10 @@
-// The change notification from the keyboard, as the pass leaves its buttons.
+// What the dialogs take from the user: the change notification's keys, and
+// the main form's menus while a dialog is modal.
 #include <gtest/gtest.h>
 
 #include "frame/FrmMain2.h"
 #include "machine.h"
+#include "scripted_view.h"
 
 namespace {
 
@@ -28,6 +30,22 @@ TEST(FrmNotify, TabAndShiftTabGoRoundTheEnabledButtonsInTabOrder) {
             EXPECT_EQ(walk, back ? c.shiftTab : c.tab) << c.disable << c.allow << c.discard;
         }
     }
+}
+
+// The tray's menu, as a right click on the notification area would ask for it.
+TEST(FrmMain2, NoMenuOpensWhileADialogIsModal) {
+    const auto machine = tessmark::testing::MakeTestMachine();
+    tessmark::frame::FrmMain2 main(machine->Ports());
+    tessmark::testing::ScriptedView view;
+    main.view = &view;
+    main.treeAuto.Nodes = {{"runexall", "Run"}};
+    main.treeAuto.selected = 0;
+    main.ListView1.Select(main.ListView1.Add());
+    auto trayMenu = [&] { main.pictray_MouseDown(2, 0, 517 * 15, 0); };
+    view.edit = [&](tessmark::forms::FrmEdit&) { trayMenu(); };
+    main.mnuProp_Click();
+    trayMenu();
+    EXPECT_EQ(view.popups, std::vector<std::string>{"mnutrayoption"});
 }
 
 }  // namespace
