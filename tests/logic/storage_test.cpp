@@ -19,7 +19,6 @@ struct Storage : ::testing::Test {
     std::string scratch = machine->ScratchFolder();
 
     void Touch(const std::string& path) { ASSERT_TRUE(files.WriteWholeFile(path, "x")) << path; }
-    void Folder(const std::string& path) { ASSERT_TRUE(files.MkDir(path)) << path; }
 };
 
 TEST_F(Storage, MakeFolderPathMakesEverythingAboveTheLastBackslash) {
@@ -37,7 +36,7 @@ TEST_F(Storage, MakeFolderPathMakesEverythingAboveTheLastBackslash) {
 
 TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfolders) {
     for (const char* sub : {"", "\\A", "\\A\\deep", "\\Processed", "\\old processed", "\\SYSTEM FILES"})
-        Folder(scratch + "\\pf" + sub);
+        ASSERT_TRUE(files.MkDir(scratch + "\\pf" + sub)) << sub;
     for (const char* file : {"\\A\\deep\\tool.exe", "\\A\\tool.exe", "\\tool.exe", "\\Processed\\tool.exe",
                              "\\old processed\\tool.exe", "\\SYSTEM FILES\\tool.exe", "\\other.exe"})
         Touch(scratch + "\\pf" + file);
@@ -45,9 +44,7 @@ TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfolders) {
         auto found = storage::FindFiles(files, machine->Ui(), root, "tool.exe", 1);
         ASSERT_EQ(found.size(), 4u) << root;
         EXPECT_EQ(found[0], scratch + "\\pf\\tool.exe");
-        auto at = [&](const std::string& path) {
-            return std::find(found.begin(), found.end(), scratch + "\\pf" + path) - found.begin();
-        };
+        auto at = [&](const char* path) { return std::find(found.begin(), found.end(), scratch + "\\pf" + path) - found.begin(); };
         EXPECT_LT(at("\\A\\tool.exe"), at("\\A\\deep\\tool.exe"));
         EXPECT_LT(at("\\old processed\\tool.exe"), 4);
         EXPECT_EQ(at("\\Processed\\tool.exe"), 4);
@@ -57,7 +54,6 @@ TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfolders) {
     EXPECT_GT(machine->Ui().doEvents, 0);
 }
 
-// Shortcut targets and the Startup folders are read throughout the list's round trips.
 TEST_F(Storage, AFolderTheShellCannotNameHasNoFilesThoughTheDrivesRootHas) {
     Touch(scratch + "\\app.exe");
     EXPECT_EQ(storage::ShellFolderFiles(files, scratch), std::vector<std::string>{"app.exe"});
@@ -74,11 +70,7 @@ struct Settings : Storage {
         ini.IniFilePath(path);
         ini.IniSection(section);
     }
-    std::vector<std::string> Section(const char* section) {
-        Use(section);
-        auto lines = ini.IniReadSection();
-        return lines.items();
-    }
+    std::vector<std::string> Section(const char* section) { return Use(section), ini.IniReadSection().items(); }
 };
 
 TEST_F(Settings, WritesReplaceReadAndDeleteLinesOfOneSection) {
@@ -102,20 +94,13 @@ TEST_F(Settings, WritesReplaceReadAndDeleteLinesOfOneSection) {
     EXPECT_EQ(Section("StartupCurrUser"), (std::vector<std::string>{"Tool=C:\\cu.exe", ""}));
 }
 
-// The settings file follows the platform's private-profile calls, which read
-// the same files on the Wine tier.
 TEST_F(Settings, ReadsAndWritesAgreeWithThePlatformsProfileCalls) {
     // The platform's calls answer only on the Wine tier; elsewhere they stand aside.
     auto platformRead = [&](const char* section, const char* key, const std::string& expected) {
         return machine->ProfileRead(path, section, key).value_or(expected);
     };
-    auto start = [&](const char* contents) {
-        files.Kill(path);
-        ASSERT_TRUE(!contents || files.WriteWholeFile(path, contents));
-    };
-    const struct {
-        const char *contents, *section, *key, *value;  // no contents: no file
-    } reads[] = {
+    auto start = [&](const char* contents) { files.Kill(path); ASSERT_TRUE(!contents || files.WriteWholeFile(path, contents)); };
+    const struct { const char *contents, *section, *key, *value; } reads[] = {  // no contents: no file
         {"[S]\r\nkey = value \r\n", "S", "key", "value"}, {"[ S ]\r\nKEY=v\r\n", "s", "key", "v"},
         {"[S]\r\n;key=hidden\r\n", "S", ";key", "hidden"}, {"[S]\r\nkey=\"quoted\"\r\n", "S", "key", "quoted"},
         {"[S]\r\nkey=a\r\nkey=b\r\n", "S", "key", "a"},  {"[S]\r\nkey\r\n", "S", "key", ""},
