@@ -36,8 +36,7 @@ protected:
     storage::IniFile ini{machine->Files()};
     bool timer1Enabled = false;
     discovery::ScanContext form{machine->Ports(), folders, list, images, picture, record, ini, timer1Enabled};
-    const std::string& W = folders.windowsFolder;
-    const std::string& P = folders.programFilesFolder;
+    const std::string &W = folders.windowsFolder, &P = folders.programFilesFolder;
     const std::string tool = W + "\\tool.exe";
     // Any key will do for the logon scanner: the variants go by value name, not by key.
     const std::string logonKey = std::string(kScratchKey) + "\\Logon";

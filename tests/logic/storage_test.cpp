@@ -34,7 +34,7 @@ TEST_F(Storage, MakeFolderPathMakesEverythingAboveTheLastBackslash) {
     EXPECT_EQ(storage::MakeFolderPath(files, below), "");
 }
 
-TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfolders) {
+TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfoldersAndTheShellsFoldersTheirFiles) {
     for (const char* sub : {"", "\\A", "\\A\\deep", "\\Processed", "\\old processed", "\\SYSTEM FILES"})
         ASSERT_TRUE(files.MkDir(scratch + "\\pf" + sub)) << sub;
     for (const char* file : {"\\A\\deep\\tool.exe", "\\A\\tool.exe", "\\tool.exe", "\\Processed\\tool.exe",
@@ -52,9 +52,8 @@ TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfolders) {
     }
     EXPECT_TRUE(storage::FindFiles(files, machine->Ui(), scratch + "\\pf", "none.exe", 1).empty());
     EXPECT_GT(machine->Ui().doEvents, 0);
-}
 
-TEST_F(Storage, AFolderTheShellCannotNameHasNoFilesThoughTheDrivesRootHas) {
+    // A folder the shell cannot name has no files, though the drive's root has.
     Touch(scratch + "\\app.exe");
     EXPECT_EQ(storage::ShellFolderFiles(files, scratch), std::vector<std::string>{"app.exe"});
     const std::string rootFile = "C:\\tessmark-root.txt";

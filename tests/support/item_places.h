@@ -35,7 +35,6 @@ inline void PrintTo(const RowView& r, std::ostream* out) {
     *out << "{" << r.text << " | " << r.path << " | " << r.flag << " | " << r.section << " | " << r.tag << "}";
 }
 
-// Text as the list shows it: up to the first NUL.
 inline std::string Shown(const std::string& text) { return text.substr(0, text.find('\0')); }
 
 // The rows of a list as the user sees them, tags in their kind: "3" a number, "\"7\"" text.
@@ -108,9 +107,8 @@ public:
         return true;
     }
 
-    // Every item on the machine, sorted: "HKLM RunOnce\\AutorunsDisabled Tool=C:\\t.exe" for a
-    // value (its type in brackets unless text, data up to the first NUL), "ini " and the
-    // text of Settings.ini, "lnk 25 name -> target" for each new shortcut.
+    // Every item on the machine, sorted: "HKLM RunOnce\\AutorunsDisabled Tool=C:\\t.exe" for a value (its type in
+    // brackets unless text, data up to the first NUL), "ini " and Settings.ini's text, "lnk 25 name -> target".
     std::vector<std::string> Everything() {
         std::vector<std::string> all;
         std::vector<std::pair<platform::RegHandle, std::string>> keys;
