@@ -46,10 +46,7 @@ protected:
         throw std::runtime_error("no row " + text + " in " + section);
     }
     // A click on the row's check box: the box changes first, then the event.
-    void ClickCheckBox(discovery::ItemRow& row) {
-        row.Checked = !row.Checked;
-        form.ListView1_ItemCheck(row);
-    }
+    void ClickCheckBox(discovery::ItemRow& row) { row.Checked = !row.Checked, form.ListView1_ItemCheck(row); }
     // An enabled row that no scanner makes.
     discovery::ItemRow& AddRow(const std::string& text, const std::string& section, long tag, const std::string& key) {
         discovery::ItemRow& row = form.ListView1.Add();
@@ -80,14 +77,14 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWhicheverWaySwitchedWithOrWithout
     };
     // Four items a key: enabled or disabled at start, switched twice with or without a refresh between.
     const struct { const char* name; bool enabled, refresh; } items[] = {
-        {"On stays", true, false}, {"On refreshed", true, true}, {"Off stays", false, false}, {"Off refreshed", false, true}};
+        {"On", true, false}, {"On refreshed", true, true}, {"Off", false, false}, {"Off refreshed", false, true}};
     auto data = [&](const char* key) { return std::string(key) == "Run" ? std::string(kNotepad) : line; };
     auto place = [&](const char* key, bool enabled) { return kBase + key + (enabled ? "" : "\\AutorunsDisabled"); };
     auto each = [&](auto act) { for (auto& k : keys) for (auto& item : items) act(k, item); };
     // The check box, a double click, F2 and the popup command take turns; each switches its selected row alone.
     const std::function<void(discovery::ItemRow&)> ways[] = {
-        [&](discovery::ItemRow& row) { ClickCheckBox(row); }, [&](discovery::ItemRow&) { form.ListView1_DblClick(); },
-        [&](discovery::ItemRow&) { form.ListView1_KeyDown(kF2, 0); }, [&](discovery::ItemRow&) { form.mnuDisable_Click(); }};
+        [&](auto& row) { ClickCheckBox(row); }, [&](auto&) { form.ListView1_DblClick(); },
+        [&](auto&) { form.ListView1_KeyDown(kF2, 0); }, [&](auto&) { form.mnuDisable_Click(); }};
     std::size_t turn = 0;
     auto switchRow = [&](const char* section, const char* name) {
         discovery::ItemRow& row = Row(section, name);
@@ -136,7 +133,7 @@ TEST_F(Items, StartupShortcutsGoRoundThroughTheSettingsFile) {
             EXPECT_EQ(enabled[0], (RowView{name, kNotepad, "Yes", f.section, f.tag}));
 
             ClickCheckBox(Row(f.section, name));
-            EXPECT_EQ(places.Everything(), std::vector<std::string>{ini + name + "=" + kNotepad + "\r\n"}) << "both shortcuts go";
+            EXPECT_EQ(places.Everything(), std::vector<std::string>{ini + name + "=" + kNotepad + "\r\n"}) << f.section;
             if (refresh) {
                 Populate(f.node);
                 EXPECT_EQ(RowViews(form.ListView1), (std::vector<RowView>{{name, kNotepad, "No", f.section, f.tag}}));
@@ -155,19 +152,16 @@ TEST_F(Items, StartupShortcutsGoRoundThroughTheSettingsFile) {
 
 TEST_F(Items, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAlong) {
     const std::string rdpwd = kRdpwd, winlogon = kWinlogon;
-    const std::pair<std::string, const char*> values[] = {{rdpwd, "StartupPrograms"}, {winlogon, "Userinit"}, {winlogon, "Shell"}};
-    auto expectValues = [&](const char* list, const char* listShell, const std::string& below) {
-        for (const auto& [key, name] : values)
-            EXPECT_EQ(places.Value(HKLM, key + below, name), (StoredValue{kSz, name == "Shell"s ? listShell : list}))
-                << name << below;
-    };
+    const std::pair<std::string, const char*> values[] = {
+        {rdpwd, "StartupPrograms"}, {winlogon, "Userinit"}, {winlogon, "Shell"}};
     for (const auto& [key, name] : values) places.Set(HKLM, key, name, name == "Shell"s ? "A B C" : "A,B,C");
     const std::string sections[] = {"Registry\\All Users\\Logon\\Startup Programs",
                                     "Registry\\All Users\\Logon\\UserInit", "Registry\\All Users\\Logon\\Shell"};
     Populate(frame::key::kRegAll);
     for (const auto& section : sections) ClickCheckBox(Row(section, "B"));
-    expectValues("A,C", "A C", "");
-    expectValues("B", "B", "\\AutorunsDisabled");
+    EXPECT_EQ(places.Everything(), (std::vector<std::string>{"HKLM Shell=A C", "HKLM Shell\\AutorunsDisabled=B",
+                                                             "HKLM StartupPrograms=A,C", "HKLM StartupPrograms\\AutorunsDisabled=B",
+                                                             "HKLM Userinit=A,C", "HKLM Userinit\\AutorunsDisabled=B"}));
 
     Populate(frame::key::kRegAll);
     ClickCheckBox(Row(sections[1], "B"));
@@ -176,7 +170,8 @@ TEST_F(Items, LogonMembersGoRoundAndTheLastDisabledUserinitTakesTheShellRecordAl
     ClickCheckBox(Row(sections[2], "B"));
     ClickCheckBox(Row(sections[0], "B"));
     EXPECT_FALSE(places.KeyExists(HKLM, rdpwd + "\\AutorunsDisabled"));
-    expectValues("A,C,B", "A C B", "");
+    EXPECT_EQ(places.Everything(),
+              (std::vector<std::string>{"HKLM Shell=A C B", "HKLM StartupPrograms=A,C,B", "HKLM Userinit=A,C,B"}));
 
     // A disabled StartupPrograms member before a separator shows "NO", which flips to "No" when enabled.
     places.Set(HKLM, rdpwd + "\\AutorunsDisabled", "StartupPrograms", "D,E");
@@ -212,7 +207,11 @@ TEST_F(Items, RightClickNamesTheCommandAfterTheRowColumnsSortAscendingOnlyF5Acts
     EXPECT_EQ(view.popups.size(), 2u);
     EXPECT_EQ(std::make_pair(form.FrmMenu.mnuDisable.Caption, form.FrmMenu.mnuDisable.Checked), std::make_pair("Disable"s, false));
 
-    auto names = [&] { std::vector<std::string> v; for (auto& row : form.ListView1.Rows()) v.push_back(Shown(row->Text)); return v; };
+    auto names = [&] {
+        std::vector<std::string> v;
+        for (auto& row : form.ListView1.Rows()) v.push_back(Shown(row->Text));
+        return v;
+    };
     for (int click = 1; click <= 2; ++click) {  // a second click does not reverse
         form.ListView1_ColumnClick(1);
         EXPECT_EQ(names(), (std::vector<std::string>{"alpha", "beta", "delta", "Gamma"})) << click;
@@ -274,7 +273,8 @@ TEST_F(Items, OnlyDisablingLogsAndTheCopyIsTextOfThePathHandedIn) {
         logged.push_back(LogLine(other, "Tool", kNotepad));
     }
     EXPECT_EQ(places.Everything(), (std::vector<std::string>{"HKCU RunServiceOnce Tool="s + kNotepad,
-                                                             "HKLM Run Tool="s + kNotepad, "HKLM Run\\AutorunsDisabled Tool="s + kRegedit}));
+                                                             "HKLM Run Tool="s + kNotepad,
+                                                             "HKLM Run\\AutorunsDisabled Tool="s + kRegedit}));
     EXPECT_EQ(Log(), logged);
 }
 
@@ -285,7 +285,7 @@ TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
              A = [&](const std::string& key, const std::string& member, const std::string& folder) {
                  discovery::AddLogonFolder(form.Context(), key, folder, member);
              };
-    const struct { Op op; const char *folder, *live, *disabled, *member, *liveAfter, *disabledAfter; } cases[] = {  // null: none
+    const struct { Op op; const char *folder, *live, *disabled, *member, *liveAfter, *disabledAfter; } cases[] = {
         // Disabling takes the member out of the live list and appends it to the disabled one.
         {D, "Userinit", "A,B,C", nullptr, "B", "A,C", "B"}, {D, "Userinit", "A, B, C", nullptr, "B", "A, C", "B"},
         {D, "Userinit", "B,C", nullptr, "B", "C", "B"},     {D, "Userinit", "A,B", nullptr, "B", "A", "B"},
@@ -333,7 +333,7 @@ TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
 TEST_F(Items, StartupCommandsTouchOnlyTheirTargetsShortcutsAndLineAndStopMidwayAtAFailure) {
     // A shortcut that cannot be deleted: the line was written first, so the item counts as enabled and disabled.
     places.Shortcut(kCurrentUserFolder, "Locked.lnk", kRegedit);
-    machine->AddFileAttributes(places.StartupFolder(kCurrentUserFolder) + "\\Locked.lnk", platform::kAttrReadOnly);
+    machine->AddFileAttributes(places.Path(kCurrentUserFolder, "Locked.lnk"), platform::kAttrReadOnly);
     EXPECT_THROW(ops.MarkDisable("Current User\\Startup", "Locked", kRegedit, 0), vb::VbError);
     EXPECT_TRUE(Log().empty());
     EXPECT_EQ(places.Ini("StartupCurrUser").IniReadValue("Locked"), kRegedit);
@@ -346,7 +346,7 @@ TEST_F(Items, StartupCommandsTouchOnlyTheirTargetsShortcutsAndLineAndStopMidwayA
     places.Shortcut(kCurrentUserFolder, "Editor.lnk", kNotepad);
     places.Shortcut(kCurrentUserFolder, "Registry.lnk", kRegedit);
     places.Shortcut(kAllUsersFolder, "Editor.lnk", kNotepad);
-    ASSERT_TRUE(machine->Files().WriteWholeFile(places.StartupFolder(kCurrentUserFolder) + "\\notes.txt", "x"));
+    ASSERT_TRUE(machine->Files().WriteWholeFile(places.Path(kCurrentUserFolder, "notes.txt"), "x"));
     places.Ini("StartupCurrUser").IniWriteValue("Notepad", "C:\\old.exe");
     ops.MarkDisable("Current User\\Startup", "Notepad", kNotepad, 0);
     EXPECT_EQ(places.Ini("StartupCurrUser").IniReadValue("Notepad"), kNotepad);
@@ -364,8 +364,9 @@ TEST_F(Items, StartupCommandsTouchOnlyTheirTargetsShortcutsAndLineAndStopMidwayA
     // Shortcut names always get ".lnk" added.
     const std::string folder = places.StartupFolder(kCurrentUserFolder);
     for (const char* name : {"notepad.exe", "ab", "Tool.lnk"}) ops.CreateShortcut(folder + "\\" + name, kNotepad, name);
-    EXPECT_EQ(places.NewFolderFiles(kCurrentUserFolder), (std::vector<std::string>{"Locked.lnk", "Registry.lnk", "Tool.lnk.lnk",
-                                                                                  "ab.lnk", "notepad.exe.lnk", "notes.txt"}));
+    EXPECT_EQ(places.NewFolderFiles(kCurrentUserFolder),
+              (std::vector<std::string>{"Locked.lnk", "Registry.lnk", "Tool.lnk.lnk", "ab.lnk", "notepad.exe.lnk", "notes.txt"}))
+        << "only the disabled target's shortcuts go";
     EXPECT_EQ(places.NewFolderFiles(kAllUsersFolder), (std::vector<std::string>{"Editor.lnk", "Tool.lnk"}));
     ExpectInvalidCall([&] { ops.CreateShortcut("abcd", kNotepad, "x"); }, "a four-character path has no slice to test");
 }
@@ -435,8 +436,8 @@ TEST_F(Items, ServiceRowsComeBackAutomaticDriverRowsWithTheirKeysStartTypeAndHel
     places.Set(HKLM, live + "\\Deep\\Deeper", "Name", "deeper");
     ClickCheckBox(helper);
     EXPECT_EQ(places.Value(HKLM, disabled + "\\Deep", "Name"), (StoredValue{kSz, "deep"}));
-    EXPECT_EQ(std::make_pair(places.KeyExists(HKLM, live + "\\Deep\\Deeper"), places.KeyExists(HKLM, disabled + "\\Deep\\Deeper")),
-              kLive);
+    const std::string deeper = "\\Deep\\Deeper";
+    EXPECT_EQ(std::make_pair(places.KeyExists(HKLM, live + deeper), places.KeyExists(HKLM, disabled + deeper)), kLive);
 }
 
 }  // namespace

@@ -42,8 +42,7 @@ protected:
     const std::string logonKey = std::string(kScratchKey) + "\\Logon";
 
     void Reset() {
-        places.reset();
-        places.emplace(*machine);
+        places.emplace(*machine);  // the old one puts the machine back first
         DeleteTree(machine->Registry(), HKLM, logonKey);
         list.Clear();
         machine->Ui().doEvents = 0;
@@ -56,17 +55,15 @@ protected:
     void Seed(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
         places->Set(root, kRunBase + key, name, value);
     }
-    void Settings(const std::string& contents) { ASSERT_TRUE(machine->Files().WriteWholeFile(places->SettingsFile(), contents)); }
+    void Settings(const std::string& text) { ASSERT_TRUE(machine->Files().WriteWholeFile(places->SettingsFile(), text)); }
     void Refresh() { std::string total, active; discovery::refreshCheckBox(list, total, active, [] {}); }
     std::vector<RowView> Rows() { return RowViews(list); }
 };
 
-// ---- Run keys: enabled rows before disabled ones, and which loop reduces the path
-
 TEST_F(Scanners, EachRunScannerListsItsHivesKeyThenItsDisabledValuesAndTheMonitorNamesThatKey) {
     Touch(tool);
-    using Scan = void (*)(discovery::ScanContext&, bool);
     // monitored: the monitor names the key in its dialogs; it has no path for the current user's RunServiceOnce.
+    using Scan = void (*)(discovery::ScanContext&, bool);
     const struct { Scan scan; bool currentUser; const char *key, *section, *tag; bool monitored = true; } cases[] = {
         {discovery::AddRun, false, "Run", "Registry\\All Users\\Run", "3"},
         {discovery::AddRunOnce, false, "RunOnce", "Registry\\All Users\\RunOnce", "4"},
@@ -103,8 +100,9 @@ TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsI
     const struct { std::string data, reduced; bool found; } cases[] = {
         {"\"" + tool + "\" /start", tool, true},       {"%SystemRoot%\\tool.exe", tool, true},
         {"%systemroot%\\tool.exe -s", tool, true},     {"%ProgramFiles%\\Foo\\foo.exe", P + "\\Foo\\foo.exe", true},
-        {"%windir%\\tool.exe,1", tool, true},         {"D:\\any\\%windir%\\tool.exe", W + "\\any\\%windir%\\tool.exe", false},
-        {scratch + "\\Anti-Virus\\av.exe", scratch + "\\Anti", false}, {tool + " arg", tool + " arg", false},
+        {"%windir%\\tool.exe,1", tool, true},         {tool + " arg", tool + " arg", false},
+        {"D:\\any\\%windir%\\tool.exe", W + "\\any\\%windir%\\tool.exe", false},
+        {scratch + "\\Anti-Virus\\av.exe", scratch + "\\Anti", false},
         {"rundll32.exe shell32.dll,Control_RunDLL desk.cpl", "rundll32.exe shell32.dll", false},
     };
     for (const auto& c : cases) {
@@ -121,7 +119,7 @@ TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsI
         // A reduced form that names no file costs every row its path.
         Refresh();
         rows = Rows();
-        EXPECT_EQ(rows[0].path + " | " + rows[2].path, c.found ? c.reduced + " | " + c.data : "File Not Found | File Not Found")
+        EXPECT_EQ(rows[0].path + "|" + rows[2].path, c.found ? c.reduced + "|" + c.data : "File Not Found|File Not Found")
             << c.data;
     }
 }
@@ -161,7 +159,7 @@ TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
     Touch(tool);
     Touch(W + "\\other.exe");
     // pumps: the all-users walk yields once per shortcut.
-    const struct { void (*scan)(discovery::ScanContext&); int folder, otherFolder; RowView disabled; int pumps; } cases[] = {
+    const struct { void (*scan)(discovery::ScanContext&); int folder, other; RowView disabled; int pumps; } cases[] = {
         {discovery::AddStartupAllUser, kAllUsers, kCurrentUser, {"All", "C:\\a.exe", "No", "All Users\\Startup", "1"}, 2},
         {discovery::AddStartupCurrUser, kCurrentUser, kAllUsers, {"Curr", "C:\\c.exe", "No", "Current User\\Startup", "2"}, 0},
     };
@@ -169,7 +167,7 @@ TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
         Reset();
         places->Shortcut(c.folder, "Tool Link.lnk", tool);
         places->Shortcut(c.folder, "Again.lnk", tool);
-        places->Shortcut(c.otherFolder, "Other.lnk", W + "\\other.exe");
+        places->Shortcut(c.other, "Other.lnk", W + "\\other.exe");
         Settings("[StartupAllUser]\r\nAll=C:\\a.exe\r\n[StartupCurrUser]\r\nCurr=C:\\c.exe\r\n");
         c.scan(form);
 
@@ -189,7 +187,7 @@ TEST_F(Scanners, ARowWhoseTargetTheShellCannotFindShowsTheNameThePreviousCallLef
                                      {"notes.txt", "Error occured."}}) {  // a file that is no shortcut
         Reset();
         if (path != "Error occured.") places->Shortcut(kCurrentUser, file, path);
-        else Touch(places->StartupFolder(kCurrentUser) + "\\" + file);
+        else Touch(places->Path(kCurrentUser, file));
         form.RowIcon(prior);  // any earlier row fills the form's one record
         discovery::AddStartupCurrUser(form);
         EXPECT_EQ(Rows(), (std::vector<RowView>{{"prior.exe", path, "Yes", "Current User\\Startup", "2"}})) << file;
@@ -222,7 +220,8 @@ TEST_F(Scanners, SettingsLinesAreNamedUpToTheirFirstEqualsSign) {
 }
 
 TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
-    for (const char* file : {"\\shell.exe", "\\System\\old.exe", "\\System32\\userinit.exe", "\\System32\\rdpclip.exe", "\\sub\\a.exe"})
+    for (const char* file : {"\\shell.exe", "\\System\\old.exe", "\\System32\\userinit.exe", "\\System32\\rdpclip.exe",
+                             "\\sub\\a.exe"})
         Touch(W + file);
     for (const char* file : {"\\Program.exe", "\\x\\x.exe", "\\Vendor\\deep\\tool.exe"}) Touch(P + file);
 
@@ -261,16 +260,15 @@ TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
         {2, false, "StartupPrograms", "rdpclip", {}}, {3, false, "Userinit", "userinit.exe", {}},
         {3, true, "Userinit", "userinit.exe", {}},    {2, false, "userinit", "userinit.exe", {}},
     };
-    const RowView kSection[] = {{}, {"", "", "", "Registry\\All Users\\Logon\\Startup Programs", "\"7\""},
-                                {"", "", "", "Registry\\All Users\\Logon\\UserInit", "\"9\""},
-                                {"", "", "", "Registry\\All Users\\Logon\\Shell", "\"8\""}};
+    const std::pair<std::string, std::string> kSection[] = {{}, {"Registry\\All Users\\Logon\\Startup Programs", "\"7\""},
+        {"Registry\\All Users\\Logon\\UserInit", "\"9\""}, {"Registry\\All Users\\Logon\\Shell", "\"8\""}};
     for (const auto& c : cases) {
         Reset();
         places->Set(HKLM, c.disabled ? logonKey + "\\AutorunsDisabled" : logonKey, c.name, c.data);
         discovery::AddLogon(form, logonKey, static_cast<std::int16_t>(c.type));
         std::vector<RowView> expected;
         for (const Row& row : c.rows)
-            expected.push_back({row.text, row.path, row.flag, kSection[c.type].section, kSection[c.type].tag});
+            expected.push_back({row.text, row.path, row.flag, kSection[c.type].first, kSection[c.type].second});
         EXPECT_EQ(Rows(), expected) << c.type << " " << c.name << " = " << c.data;
     }
 }
@@ -300,16 +298,14 @@ TEST_F(Scanners, EnabledLogonRowsPumpMessagesUnderTheHourglassUnlessTheTimerRuns
     EXPECT_EQ(list(1).SubItems(1), P + "\\b.exe");
 }
 
-// ---- row icons: one new image per call, and the name field of the form's one shell record
-
 TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereThereIsAPicture) {
     Touch(tool);
     // side: the picture's width and height after the call. An unknown file gets no image and no picture, and
     // the name field keeps what the previous call left.
-    const struct { const char* caller; bool known; std::int16_t iconSize; bool store, picture; long result; bool large; long side; }
-        cases[] = {{"scanner", true, 16, true, true, 2, false, 320},      {"other size", true, 32, true, true, 2, true, 640},
-                   {"details panel", true, 0, false, true, 0, true, 77},  {"shortcut", true, 0, false, false, 0, false, 77},
-                   {"unknown file", false, 16, true, true, 0, false, 77}};
+    const struct { const char* caller; bool known, store, picture, large; std::int16_t iconSize; long result, side; }
+        cases[] = {{"scanner", true, true, true, false, 16, 2, 320},     {"other size", true, true, true, true, 32, 2, 640},
+                   {"details panel", true, false, true, true, 0, 0, 77}, {"shortcut", true, false, false, false, 0, 0, 77},
+                   {"unknown file", false, true, true, false, 16, 0, 77}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.caller);
         images.Clear();

@@ -44,11 +44,10 @@ TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfoldersAndTheShellsFol
         auto found = storage::FindFiles(files, machine->Ui(), root, "tool.exe", 1);
         ASSERT_EQ(found.size(), 4u) << root;
         EXPECT_EQ(found[0], scratch + "\\pf\\tool.exe");
-        auto at = [&](const char* path) { return std::find(found.begin(), found.end(), scratch + "\\pf" + path) - found.begin(); };
+        auto at = [&](const char* path) { return std::ranges::find(found, scratch + "\\pf" + path) - found.begin(); };
         EXPECT_LT(at("\\A\\tool.exe"), at("\\A\\deep\\tool.exe"));
         EXPECT_LT(at("\\old processed\\tool.exe"), 4);
-        EXPECT_EQ(at("\\Processed\\tool.exe"), 4);
-        EXPECT_EQ(at("\\SYSTEM FILES\\tool.exe"), 4);
+        EXPECT_EQ(at("\\Processed\\tool.exe") + at("\\SYSTEM FILES\\tool.exe"), 8) << "neither is searched";
     }
     EXPECT_TRUE(storage::FindFiles(files, machine->Ui(), scratch + "\\pf", "none.exe", 1).empty());
     EXPECT_GT(machine->Ui().doEvents, 0);
@@ -65,10 +64,7 @@ TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfoldersAndTheShellsFol
 struct Settings : Storage {
     storage::IniFile ini{files};
     std::string path = scratch + "\\Settings.ini";
-    void Use(const char* section) {
-        ini.IniFilePath(path);
-        ini.IniSection(section);
-    }
+    void Use(const char* section) { ini.IniFilePath(path), ini.IniSection(section); }
     std::vector<std::string> Section(const char* section) { return Use(section), ini.IniReadSection().items(); }
 };
 
@@ -98,7 +94,7 @@ TEST_F(Settings, ReadsAndWritesAgreeWithThePlatformsProfileCalls) {
     auto platformRead = [&](const char* section, const char* key, const std::string& expected) {
         return machine->ProfileRead(path, section, key).value_or(expected);
     };
-    auto start = [&](const char* contents) { files.Kill(path); ASSERT_TRUE(!contents || files.WriteWholeFile(path, contents)); };
+    auto start = [&](const char* text) { files.Kill(path); ASSERT_TRUE(!text || files.WriteWholeFile(path, text)); };
     const struct { const char *contents, *section, *key, *value; } reads[] = {  // no contents: no file
         {"[S]\r\nkey = value \r\n", "S", "key", "value"}, {"[ S ]\r\nKEY=v\r\n", "s", "key", "v"},
         {"[S]\r\n;key=hidden\r\n", "S", ";key", "hidden"}, {"[S]\r\nkey=\"quoted\"\r\n", "S", "key", "quoted"},

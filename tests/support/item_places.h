@@ -50,7 +50,7 @@ inline std::vector<RowView> RowViews(const discovery::ItemList& list) {
 }
 
 // A DWORD value as stored, to compare with what Raw reads.
-inline RawValue Dword(std::uint32_t n) { return {platform::reg::kDword, std::string(reinterpret_cast<const char*>(&n), 4)}; }
+inline RawValue Dword(std::uint32_t n) { return {platform::reg::kDword, std::string(reinterpret_cast<char*>(&n), 4)}; }
 
 class ItemPlaces {
 public:
@@ -58,24 +58,20 @@ public:
 
     explicit ItemPlaces(TestMachine& machine) : machine_(machine), registry_(machine.Registry()) {
         ClearKeys();
-        for (auto& saved : logonValues_) saved.before = Raw(HKLM, saved.key, saved.name);
         rdpwdExisted_ = KeyExists(HKLM, kRdpwd);
-        for (auto& saved : logonValues_) Delete(HKLM, saved.key, saved.name);
+        for (auto& v : logonValues_) v.before = Raw(HKLM, v.key, v.name), Delete(HKLM, v.key, v.name);
         std::string side = machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\";
         storage::MakeFolderPath(machine_.Files(), side);
         machine_.Files().Kill(SettingsFile());
         for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
-            for (const auto& name : NewFolderFiles(csidl)) before_.insert(StartupFolder(csidl) + "\\" + name);
+            for (const auto& name : NewFolderFiles(csidl)) before_.insert(Path(csidl, name));
     }
 
     ~ItemPlaces() {
         RemoveNewFolderFiles();
         machine_.Files().Kill(SettingsFile());
         ClearKeys();
-        for (const auto& saved : logonValues_) {
-            if (saved.before) Put(HKLM, saved.key, saved.name, *saved.before);
-            else Delete(HKLM, saved.key, saved.name);
-        }
+        for (const auto& v : logonValues_) v.before ? Put(HKLM, v.key, v.name, *v.before) : Delete(HKLM, v.key, v.name);
         if (!rdpwdExisted_) DeleteTree(registry_, HKLM, kRdpwd);
     }
 
@@ -148,29 +144,26 @@ public:
     }
 
     std::string SettingsFile() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\Settings.ini"; }
-    storage::IniFile& Ini(const std::string& section) { return ini_.IniFilePath(SettingsFile()), ini_.IniSection(section), ini_; }
+    storage::IniFile& Ini(const std::string& s) { return ini_.IniFilePath(SettingsFile()), ini_.IniSection(s), ini_; }
     std::string StartupFolder(int csidl) { return storage::GetSpecialFolder(machine_.Shell(), csidl); }
+    std::string Path(int csidl, const std::string& name) { return StartupFolder(csidl) + "\\" + name; }
     // The plain files of a Startup folder that the test made, sorted.
     std::vector<std::string> NewFolderFiles(int csidl) {
         std::vector<std::string> made;
-        for (const auto& name : storage::DirNormalFiles(machine_.Files(), StartupFolder(csidl) + "\\*.*"))
-            if (!before_.count(StartupFolder(csidl) + "\\" + name)) made.push_back(name);
+        for (const auto& name : storage::DirNormalFiles(machine_.Files(), Path(csidl, "*.*")))
+            if (!before_.count(Path(csidl, name))) made.push_back(name);
         std::sort(made.begin(), made.end());
         return made;
     }
     void RemoveNewFolderFiles() {
         for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
-            for (const auto& name : NewFolderFiles(csidl)) {
-                machine_.RemoveFileAttributes(StartupFolder(csidl) + "\\" + name, platform::kAttrReadOnly);
-                machine_.Files().Kill(StartupFolder(csidl) + "\\" + name);
-            }
+            for (const auto& name : NewFolderFiles(csidl))
+                machine_.RemoveFileAttributes(Path(csidl, name), platform::kAttrReadOnly), machine_.Files().Kill(Path(csidl, name));
     }
     void Shortcut(int csidl, const std::string& name, const std::string& target) {
-        ASSERT_TRUE(machine_.Shell().SaveShortcut(StartupFolder(csidl) + "\\" + name, target, target + ",0", 1)) << name;
+        ASSERT_TRUE(machine_.Shell().SaveShortcut(Path(csidl, name), target, target + ",0", 1)) << name;
     }
-    std::string Target(int csidl, const std::string& name) {
-        return storage::GetShortcutTarget(machine_.Shell(), StartupFolder(csidl) + "\\" + name);
-    }
+    std::string Target(int csidl, const std::string& name) { return storage::GetShortcutTarget(machine_.Shell(), Path(csidl, name)); }
 
 private:
     struct SavedValue { const char *key, *name; std::optional<RawValue> before; };
