@@ -1,6 +1,5 @@
 #pragma once
-// Every place a start-up item can live on a test machine (Run keys, logon values, a test service and browser
-// helper, both Startup folders, "Settings.ini"): emptied for a test and put back after, with readers.
+// Every place a start-up item can live on a test machine: emptied for a test and put back after, with readers.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -156,14 +155,14 @@ public:
         return made;
     }
     void RemoveNewFolderFiles() {
-        for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
-            for (const auto& name : NewFolderFiles(csidl))
-                machine_.RemoveFileAttributes(Path(csidl, name), platform::kAttrReadOnly), machine_.Files().Kill(Path(csidl, name));
+        for (int c : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
+            for (const auto& n : NewFolderFiles(c))
+                machine_.RemoveFileAttributes(Path(c, n), platform::kAttrReadOnly), machine_.Files().Kill(Path(c, n));
     }
     void Shortcut(int csidl, const std::string& name, const std::string& target) {
         ASSERT_TRUE(machine_.Shell().SaveShortcut(Path(csidl, name), target, target + ",0", 1)) << name;
     }
-    std::string Target(int csidl, const std::string& name) { return storage::GetShortcutTarget(machine_.Shell(), Path(csidl, name)); }
+    std::string Target(int c, const std::string& n) { return storage::GetShortcutTarget(machine_.Shell(), Path(c, n)); }
 
 private:
     struct SavedValue { const char *key, *name; std::optional<RawValue> before; };
@@ -172,11 +171,9 @@ private:
         for (auto root : {HKLM, HKCU})
             for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"})
                 DeleteTree(registry_, root, std::string(kRunBase) + key);
-        DeleteTree(registry_, HKLM, std::string(kRdpwd) + "\\AutorunsDisabled");
-        DeleteTree(registry_, HKLM, std::string(kWinlogon) + "\\AutorunsDisabled");
-        DeleteTree(registry_, HKLM, kServiceKey);
-        DeleteTree(registry_, HKLM, std::string(kBhoBase) + kTestClsid);
-        DeleteTree(registry_, HKLM, std::string(kBhoBase) + "AutorunsDisabled");
+        const std::pair<const char*, const char*> keys[] = {{kRdpwd, "\\AutorunsDisabled"}, {kServiceKey, ""},
+            {kWinlogon, "\\AutorunsDisabled"}, {kBhoBase, kTestClsid}, {kBhoBase, "AutorunsDisabled"}};
+        for (const auto& [key, below] : keys) DeleteTree(registry_, HKLM, std::string(key) + below);
     }
 
     TestMachine& machine_;
