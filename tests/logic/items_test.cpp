@@ -45,7 +45,7 @@ protected:
         throw std::runtime_error("no row " + text + " in " + section);
     }
     // A click on the row's check box: the box changes first, then the event.
-    void ClickCheckBox(discovery::ItemRow& row) { row.Checked = !row.Checked, form.ListView1_ItemCheck(row); }
+    void ClickCheckBox(discovery::ItemRow& row) { row.Checked = !row.Checked; form.ListView1_ItemCheck(row); }
     // An enabled row that no scanner makes.
     discovery::ItemRow& AddRow(const std::string& text, const std::string& section, long tag, const std::string& key) {
         discovery::ItemRow& row = form.ListView1.Add();
@@ -58,7 +58,7 @@ protected:
         return "Tessmark - Section-" + section + " ItemName-" + name + " ItemPath-" + path;
     }
     void ExpectInvalidCall(const std::function<void()>& act, const char* why) {
-            try { act(), ADD_FAILURE() << why; }
+            try { act(); ADD_FAILURE() << why; }
         catch (const vb::VbError& e) { EXPECT_EQ(e.number(), vb::err::kInvalidCall) << why; }
     }
 };

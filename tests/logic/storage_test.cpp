@@ -63,8 +63,8 @@ TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfoldersAndTheShellsFol
 struct Settings : Storage {
     storage::IniFile ini{files};
     std::string path = scratch + "\\Settings.ini";
-    void Use(const char* section) { ini.IniFilePath(path), ini.IniSection(section); }
-    std::vector<std::string> Section(const char* section) { return Use(section), ini.IniReadSection().items(); }
+    void Use(const char* section) { ini.IniFilePath(path); ini.IniSection(section); }
+    std::vector<std::string> Section(const char* section) { Use(section); return ini.IniReadSection().items(); }
 };
 
 TEST_F(Settings, WritesReplaceReadAndDeleteLinesOfOneSection) {

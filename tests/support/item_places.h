@@ -58,7 +58,7 @@ public:
     explicit ItemPlaces(TestMachine& machine) : machine_(machine), registry_(machine.Registry()) {
         ClearKeys();
         rdpwdExisted_ = KeyExists(HKLM, kRdpwd);
-        for (auto& v : logonValues_) v.before = Raw(HKLM, v.key, v.name), Delete(HKLM, v.key, v.name);
+        for (auto& v : logonValues_) { v.before = Raw(HKLM, v.key, v.name); Delete(HKLM, v.key, v.name); }
         std::string side = machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\";
         storage::MakeFolderPath(machine_.Files(), side);
         machine_.Files().Kill(SettingsFile());
@@ -143,7 +143,7 @@ public:
     }
 
     std::string SettingsFile() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\Settings.ini"; }
-    storage::IniFile& Ini(const std::string& s) { return ini_.IniFilePath(SettingsFile()), ini_.IniSection(s), ini_; }
+    storage::IniFile& Ini(const std::string& s) { ini_.IniFilePath(SettingsFile()); ini_.IniSection(s); return ini_; }
     std::string StartupFolder(int csidl) { return storage::GetSpecialFolder(machine_.Shell(), csidl); }
     std::string Path(int csidl, const std::string& name) { return StartupFolder(csidl) + "\\" + name; }
     // The plain files of a Startup folder that the test made, sorted.
