@@ -1,5 +1,4 @@
-// The scanners on seeded machines: the Run keys, the Startup folders and the
-// logon values, the rows they list and the icons the rows take.
+// The scanners on seeded machines: Run keys, Startup folders and logon values, the rows they list, the rows' icons.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -26,9 +25,7 @@ class Scanners : public ::testing::Test {
 protected:
     std::unique_ptr<TestMachine> machine = MakeTestMachine();
     std::optional<ItemPlaces> places{std::in_place, *machine};
-    // A folder whose path holds nothing the reduction cuts at (no hyphen, comma
-    // or blank), standing in for windir and ProgramFiles so lookups see only
-    // the files a test makes.
+    // windir and ProgramFiles, where the reduction cuts nowhere, holding only what a test makes.
     std::string scratch = machine->ScratchFolder("TessmarkScan");
     discovery::SystemFolders folders{scratch + "\\Windows", scratch + "\\Programs"};
     discovery::ItemList list;
@@ -38,15 +35,13 @@ protected:
     storage::IniFile ini{machine->Files()};
     bool timer1Enabled = false;
     discovery::ScanContext form{machine->Ports(), folders, list, images, picture, record, ini, timer1Enabled};
-    const std::string& W = folders.windowsFolder;
-    const std::string& P = folders.programFilesFolder;
+    const std::string &W = folders.windowsFolder, &P = folders.programFilesFolder;
     const std::string tool = W + "\\tool.exe";
     // Any key will do for the logon scanner: the variants go by value name, not by key.
     const std::string logonKey = std::string(kScratchKey) + "\\Logon";
 
     void Reset() {
-        places.reset();
-        places.emplace(*machine);
+        places.emplace(*machine);  // the old one puts the machine back first
         DeleteTree(machine->Registry(), HKLM, logonKey);
         list.Clear();
         machine->Ui().doEvents = 0;
@@ -59,27 +54,16 @@ protected:
     void Seed(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& value) {
         places->Set(root, kRunBase + key, name, value);
     }
-    void Settings(const std::string& contents) {
-        ASSERT_TRUE(machine->Files().WriteWholeFile(places->SettingsFile(), contents));
-    }
-    void Refresh() {
-        std::string total, active;
-        discovery::refreshCheckBox(list, total, active, [] {});
-    }
+    void Settings(const std::string& text) { ASSERT_TRUE(machine->Files().WriteWholeFile(places->SettingsFile(), text)); }
+    void Refresh() { std::string total, active; discovery::refreshCheckBox(list, total, active, [] {}); }
     std::vector<RowView> Rows() { return RowViews(list); }
 };
 
-// ---- Run keys: enabled rows before disabled ones, and which loop reduces the path
-
 TEST_F(Scanners, EachRunScannerListsItsHivesKeyThenItsDisabledValuesAndTheMonitorNamesThatKey) {
     Touch(tool);
+    // monitored: the monitor names the key in its dialogs; it has no path for the current user's RunServiceOnce.
     using Scan = void (*)(discovery::ScanContext&, bool);
-    const struct {
-        Scan scan;
-        bool currentUser;
-        const char *key, *section, *tag;
-        bool monitored = true;  // the monitor names the key in its dialogs
-    } cases[] = {
+    const struct { Scan scan; bool currentUser; const char *key, *section, *tag; bool monitored = true; } cases[] = {
         {discovery::AddRun, false, "Run", "Registry\\All Users\\Run", "3"},
         {discovery::AddRunOnce, false, "RunOnce", "Registry\\All Users\\RunOnce", "4"},
         {discovery::AddRunServices, false, "RunServices", "Registry\\All Users\\RunServices", "5"},
@@ -87,7 +71,6 @@ TEST_F(Scanners, EachRunScannerListsItsHivesKeyThenItsDisabledValuesAndTheMonito
         {discovery::AddRun, true, "Run", "Registry\\Current User\\Run", "21"},
         {discovery::AddRunOnce, true, "RunOnce", "Registry\\Current User\\RunOnce", "22"},
         {discovery::AddRunServices, true, "RunServices", "Registry\\Current User\\RunServices", "23"},
-        // No node lists it, and the monitor has no path for it.
         {discovery::AddRunServiceOnce, true, "RunServiceOnce", "Registry\\Current User\\RunServicesOnce", "23", false},
     };
     for (const auto& c : cases) {
@@ -112,19 +95,14 @@ TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsI
     Touch(tool);
     Touch(P + "\\Foo\\foo.exe");
     Touch(scratch + "\\Anti-Virus\\av.exe");
-    const struct {
-        std::string data, reduced;
-        bool found;  // the reduced form names a file, so the row keeps its path
-    } cases[] = {
-        {"\"" + tool + "\" /start", tool, true},
-        {"%SystemRoot%\\tool.exe", tool, true},
-        {"%systemroot%\\tool.exe -s", tool, true},
-        {"%ProgramFiles%\\Foo\\foo.exe", P + "\\Foo\\foo.exe", true},
-        {"%windir%\\tool.exe,1", tool, true},
+    // found: the reduced form names a file, so the row keeps its path.
+    const struct { std::string data, reduced; bool found; } cases[] = {
+        {"\"" + tool + "\" /start", tool, true},       {"%SystemRoot%\\tool.exe", tool, true},
+        {"%systemroot%\\tool.exe -s", tool, true},     {"%ProgramFiles%\\Foo\\foo.exe", P + "\\Foo\\foo.exe", true},
+        {"%windir%\\tool.exe,1", tool, true},         {tool + " arg", tool + " arg", false},
         {"D:\\any\\%windir%\\tool.exe", W + "\\any\\%windir%\\tool.exe", false},
         {scratch + "\\Anti-Virus\\av.exe", scratch + "\\Anti", false},
         {"rundll32.exe shell32.dll,Control_RunDLL desk.cpl", "rundll32.exe shell32.dll", false},
-        {tool + " arg", tool + " arg", false},
     };
     for (const auto& c : cases) {
         Reset();
@@ -140,14 +118,13 @@ TEST_F(Scanners, OnlyTheRunKeysEnabledRowsShowTheReducedPathYetEveryRowTakesItsI
         // A reduced form that names no file costs every row its path.
         Refresh();
         rows = Rows();
-        EXPECT_EQ(rows[0].path, c.found ? c.reduced : "File Not Found") << c.data;
-        EXPECT_EQ(rows[2].path, c.found ? c.data : "File Not Found") << c.data;
+        EXPECT_EQ(rows[0].path + "|" + rows[2].path, c.found ? c.reduced + "|" + c.data : "File Not Found|File Not Found")
+            << c.data;
     }
 }
 
 TEST_F(Scanners, AValueTooLongForTheEnumerationIsListedWithoutANameAndWithTheDefaultValuesData) {
-    // 255 bytes fit the enumeration's data buffer, 256 do not: the call fails and
-    // leaves the name buffer blank, which reads the default value.
+    // 255 bytes fit the enumeration's data buffer, 256 do not: the name stays blank and reads the default value.
     Seed(HKLM, "RunOnce", "", "C:\\default.exe");
     Seed(HKLM, "RunOnce", "Fits", std::string(254, 'a'));
     Seed(HKLM, "RunOnce", "Long", std::string(255, 'b'));
@@ -170,40 +147,31 @@ TEST_F(Scanners, RefreshMarksUnreachableFilesAndATrimmedNameFindsNoData) {
     std::string total, active;
     int clicks = 0;
     discovery::refreshCheckBox(list, total, active, [&] { ++clicks; });
-    EXPECT_TRUE(list(1).Selected);
-    EXPECT_EQ(clicks, 1);
-    EXPECT_EQ(total, "Total  Item(s) :      3");
-    EXPECT_EQ(active, "Active Item(s):      2");
+    EXPECT_EQ(std::make_pair(list(1).Selected, clicks), std::make_pair(true, 1));
+    EXPECT_EQ(total + "|" + active, "Total  Item(s) :      3|Active Item(s):      2");
     EXPECT_EQ(Rows(), (std::vector<RowView>{{"Gone", "File Not Found", "Yes", "Registry\\All Users\\Run", "3"},
                                              {"Off", "File Not Found", "No", "Registry\\All Users\\Run", "3"},
                                              {"Blank", "File Not Found", "Yes", "Registry\\All Users\\RunOnce", "4"}}));
 }
 
 TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
-    Touch(tool);
-    Touch(W + "\\other.exe");
-    const struct {
-        void (*scan)(discovery::ScanContext&);
-        int folder, otherFolder;
-        RowView disabled;
-        int pumps;  // the all-users walk yields once per shortcut
-    } cases[] = {
+    for (const std::string& file : {tool, W + "\\other.exe"}) Touch(file);
+    // pumps: the all-users walk yields once per shortcut.
+    const struct { void (*scan)(discovery::ScanContext&); int folder, other; RowView disabled; int pumps; } cases[] = {
         {discovery::AddStartupAllUser, kAllUsers, kCurrentUser, {"All", "C:\\a.exe", "No", "All Users\\Startup", "1"}, 2},
         {discovery::AddStartupCurrUser, kCurrentUser, kAllUsers, {"Curr", "C:\\c.exe", "No", "Current User\\Startup", "2"}, 0},
     };
     for (const auto& c : cases) {
         Reset();
-        // Two shortcuts to one target give two equal rows.
         places->Shortcut(c.folder, "Tool Link.lnk", tool);
         places->Shortcut(c.folder, "Again.lnk", tool);
-        places->Shortcut(c.otherFolder, "Other.lnk", W + "\\other.exe");
+        places->Shortcut(c.other, "Other.lnk", W + "\\other.exe");
         Settings("[StartupAllUser]\r\nAll=C:\\a.exe\r\n[StartupCurrUser]\r\nCurr=C:\\c.exe\r\n");
         c.scan(form);
 
-        // The shell's name for the target, not the shortcut's own name.
+        // Two equal rows, named as the shell names the target, without the NULs that pad the record's field.
         const RowView enabled{"tool.exe", tool, "Yes", c.disabled.section, c.disabled.tag};
         EXPECT_EQ(Rows(), (std::vector<RowView>{enabled, enabled, c.disabled})) << c.disabled.section;
-        // The row holds the name without the NULs that pad the shell record's field.
         EXPECT_EQ(list(1).Text, "tool.exe");
         EXPECT_NE(list(1).SmallIcon, list(2).SmallIcon) << "icons are never shared";
         EXPECT_EQ(machine->Ui().doEvents, c.pumps) << c.disabled.section;
@@ -213,21 +181,17 @@ TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
 TEST_F(Scanners, ARowWhoseTargetTheShellCannotFindShowsTheNameThePreviousCallLeft) {
     const std::string prior = W + "\\prior.exe";
     Touch(prior);
-    const std::pair<const char*, std::string> cases[] = {
-        {"gone.lnk", scratch + "\\nowhere\\gone.exe"},
-        {"notes.txt", "Error occured."},  // no shortcut at all
-    };
-    for (const auto& [file, path] : cases) {
+    for (const auto& [file, path] : {std::pair<const char*, std::string>{"gone.lnk", scratch + "\\nowhere\\gone.exe"},
+                                     {"notes.txt", "Error occured."}}) {  // a file that is no shortcut
         Reset();
         if (path != "Error occured.") places->Shortcut(kCurrentUser, file, path);
-        else Touch(places->StartupFolder(kCurrentUser) + "\\" + file);
+        else Touch(places->Path(kCurrentUser, file));
         form.RowIcon(prior);  // any earlier row fills the form's one record
         discovery::AddStartupCurrUser(form);
         EXPECT_EQ(Rows(), (std::vector<RowView>{{"prior.exe", path, "Yes", "Current User\\Startup", "2"}})) << file;
         EXPECT_EQ(list(1).SmallIcon, 0) << file;
         Refresh();
-        EXPECT_EQ(Rows()[0].path, "File Not Found") << file;
-        EXPECT_EQ(list(1).SmallIcon, 1) << file;
+        EXPECT_EQ(std::make_pair(Rows()[0].path, list(1).SmallIcon), std::make_pair("File Not Found"s, 1L)) << file;
     }
 }
 
@@ -237,23 +201,17 @@ TEST_F(Scanners, SettingsLinesAreNamedUpToTheirFirstEqualsSign) {
              "\r\nNoEquals\r\n[StartupAllUser]\r\nElsewhere=" + tool + "\r\n");
     discovery::AddStartupCurrUser(form);
     Refresh();
-    // Every line gives one row; the spare element after them none. Only the
-    // first names a file: an "=" in the value is kept and names nothing, an
-    // "=" in the name cuts it short, and a line without one reads no value.
-    const std::string section = "Current User\\Startup";
-    EXPECT_EQ(Rows(), (std::vector<RowView>{{"Plain", tool, "No", section, "2"},
-                                             {"Eq", "File Not Found", "No", section, "2"},
-                                             {"A", "File Not Found", "No", section, "2"},
-                                             {"NoEquals", "File Not Found", "No", section, "2"}}));
+    // Every line gives one row, the spare element after them none. Only the first names a file: an "=" in the
+    // value is kept and names nothing, an "=" in the name cuts it short, and a line without one reads no value.
+    const std::string section = "Current User\\Startup", gone = "File Not Found";
+    EXPECT_EQ(Rows(), (std::vector<RowView>{{"Plain", tool, "No", section, "2"}, {"Eq", gone, "No", section, "2"},
+                                             {"A", gone, "No", section, "2"}, {"NoEquals", gone, "No", section, "2"}}));
     EXPECT_FALSE(list(1).Checked);
 
-    // A missing section, then a missing file, gives nothing.
+    // A missing section gives nothing (a missing file too: see the row whose target the shell cannot find).
     list.Clear();
     Settings("[StartupCurrUser]\r\nOnly=" + tool + "\r\n");
     discovery::AddStartupAllUser(form);
-    EXPECT_EQ(list.Count(), 0);
-    machine->Files().Kill(places->SettingsFile());
-    discovery::AddStartupCurrUser(form);
     EXPECT_EQ(list.Count(), 0);
 }
 
@@ -263,18 +221,9 @@ TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
         Touch(W + file);
     for (const char* file : {"\\Program.exe", "\\x\\x.exe", "\\Vendor\\deep\\tool.exe"}) Touch(P + file);
 
-    struct Row {
-        std::string text, path, flag;
-    };
-    struct Case {
-        int type;
-        bool disabled;  // seeded in the AutorunsDisabled subkey
-        const char* name;
-        std::string data;
-        std::vector<Row> rows;
-    };
+    struct Row { std::string text, path, flag; };
     const std::string userinit = W + "\\System32\\userinit.exe", rdpclip = W + "\\System32\\rdpclip.exe";
-    const Case cases[] = {
+    const struct { int type; bool disabled; const char* name; std::string data; std::vector<Row> rows; } cases[] = {
         // A trailing separator gives no row; none gives one; the rows of a value
         // follow its text. Userinit names its rows after the last path element.
         {2, false, "Userinit", "%SystemRoot%\\system32\\userinit.exe,", {{"userinit.exe", userinit, "Yes"}}},
@@ -292,11 +241,10 @@ TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
         {3, false, "Shell", scratch + "\\Program Files\\x\\x.exe",
          {{scratch + "\\Program", P + "\\Program.exe", "Yes"}, {"Files\\x\\x.exe", P + "\\x\\x.exe", "Yes"}}},
         {3, false, "Shell", "a.exe  b.exe", {{"a.exe", "", "Yes"}, {"", "", "Yes"}, {"b.exe", "", "Yes"}}},
-        // The extension test is case-sensitive.
-        {3, false, "Shell", "USERINIT.EXE", {{"USERINIT.EXE", "", "Yes"}}},
+        {3, false, "Shell", "USERINIT.EXE", {{"USERINIT.EXE", "", "Yes"}}},  // the extension test is case-sensitive
         {1, false, "StartupPrograms", "rdpclip", {{"rdpclip", rdpclip, "Yes"}}},
         {1, false, "StartupPrograms", "rdpclip,foo", {{"rdpclip", rdpclip, "Yes"}, {"foo", "", "Yes"}}},
-        // Disabled copies: "NO" for the pieces before a StartupPrograms separator.
+        // Disabled copies (in AutorunsDisabled): "NO" for the pieces before a StartupPrograms separator.
         {2, true, "Userinit", "a.exe,userinit.exe", {{"a.exe", "", "No"}, {"userinit.exe", userinit, "No"}}},
         {3, true, "Shell", "a.exe shell.exe", {{"a.exe", "", "No"}, {"shell.exe", W + "\\shell.exe", "No"}}},
         {1, true, "StartupPrograms", "rdpclip,foo", {{"rdpclip", rdpclip, "NO"}, {"foo", "", "No"}}},
@@ -304,21 +252,18 @@ TEST_F(Scanners, EachVariantSplitsItsValueIntoRowsFoundInTheGivenFolders) {
         {2, true, "StartupPrograms", "rdpclip,foo", {{"rdpclip", rdpclip, "NO"}, {"foo", "", "No"}}},
         {3, true, "StartupPrograms", "rdpclip", {{"rdpclip", rdpclip, "No"}}},
         // Otherwise name and type must both match, the name in its exact case.
-        {2, false, "StartupPrograms", "rdpclip", {}},
-        {3, false, "Userinit", "userinit.exe", {}},
-        {3, true, "Userinit", "userinit.exe", {}},
-        {2, false, "userinit", "userinit.exe", {}},
+        {2, false, "StartupPrograms", "rdpclip", {}}, {3, false, "Userinit", "userinit.exe", {}},
+        {3, true, "Userinit", "userinit.exe", {}},    {2, false, "userinit", "userinit.exe", {}},
     };
-    const RowView kSection[] = {{}, {"", "", "", "Registry\\All Users\\Logon\\Startup Programs", "\"7\""},
-                                {"", "", "", "Registry\\All Users\\Logon\\UserInit", "\"9\""},
-                                {"", "", "", "Registry\\All Users\\Logon\\Shell", "\"8\""}};
+    const std::pair<std::string, std::string> kSection[] = {{}, {"Registry\\All Users\\Logon\\Startup Programs", "\"7\""},
+        {"Registry\\All Users\\Logon\\UserInit", "\"9\""}, {"Registry\\All Users\\Logon\\Shell", "\"8\""}};
     for (const auto& c : cases) {
         Reset();
         places->Set(HKLM, c.disabled ? logonKey + "\\AutorunsDisabled" : logonKey, c.name, c.data);
         discovery::AddLogon(form, logonKey, static_cast<std::int16_t>(c.type));
         std::vector<RowView> expected;
         for (const Row& row : c.rows)
-            expected.push_back({row.text, row.path, row.flag, kSection[c.type].section, kSection[c.type].tag});
+            expected.push_back({row.text, row.path, row.flag, kSection[c.type].first, kSection[c.type].second});
         EXPECT_EQ(Rows(), expected) << c.type << " " << c.name << " = " << c.data;
     }
 }
@@ -329,8 +274,7 @@ TEST_F(Scanners, EnabledLogonRowsPumpMessagesUnderTheHourglassUnlessTheTimerRuns
     places->Set(HKLM, logonKey + "\\AutorunsDisabled", "Userinit", "userinit.exe");
     auto& ui = machine->Ui();
     discovery::AddLogon(form, logonKey, 2);
-    EXPECT_EQ(list.Count(), 3);
-    EXPECT_EQ(ui.doEvents, 2);
+    EXPECT_EQ(std::make_pair(list.Count(), ui.doEvents), std::make_pair(3L, 2));
     EXPECT_EQ(ui.mousePointers, (std::vector<int>{platform::kMousePointerHourglass, platform::kMousePointerDefault}));
     ui.mousePointers.clear();
     timer1Enabled = true;
@@ -348,26 +292,14 @@ TEST_F(Scanners, EnabledLogonRowsPumpMessagesUnderTheHourglassUnlessTheTimerRuns
     EXPECT_EQ(list(1).SubItems(1), P + "\\b.exe");
 }
 
-// ---- row icons: one new image per call, and the name field of the form's one shell record
-
 TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereThereIsAPicture) {
     Touch(tool);
-    const struct {
-        const char* caller;
-        bool known;
-        std::int16_t iconSize;
-        bool store, picture;
-        long result;
-        bool large;
-        long side;  // the picture's width and height after the call
-    } cases[] = {
-        {"scanner", true, 16, true, true, 2, false, 320},
-        {"other size", true, 32, true, true, 2, true, 640},
-        {"details panel", true, 0, false, true, 0, true, 77},
-        {"shortcut", true, 0, false, false, 0, false, 77},
-        // No image and no picture, and the name field keeps what the previous call left.
-        {"unknown file", false, 16, true, true, 0, false, 77},
-    };
+    // side: the picture's width and height after the call. An unknown file gets no image and no picture, and
+    // the name field keeps what the previous call left.
+    const struct { const char* caller; bool known, store, picture, large; std::int16_t iconSize; long result, side; }
+        cases[] = {{"scanner", true, true, true, false, 16, 2, 320},     {"other size", true, true, true, true, 32, 2, 640},
+                   {"details panel", true, false, true, true, 0, 0, 77}, {"shortcut", true, false, false, false, 0, 0, 77},
+                   {"unknown file", false, true, true, false, 16, 0, 77}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.caller);
         images.Clear();
@@ -381,8 +313,7 @@ TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereTh
                   std::make_tuple(c.result, added ? 2 : 1, c.known && c.picture, c.side, c.side));
         EXPECT_EQ(picture.picture.large, c.large);
         EXPECT_TRUE(!added || images[2] == picture.picture);
-        EXPECT_EQ(Shown(name), "tool.exe");
-        EXPECT_EQ(name.size(), 260u);
+        EXPECT_EQ(std::make_pair(Shown(name), name.size()), std::make_pair("tool.exe"s, std::size_t{260}));
     }
 }
 

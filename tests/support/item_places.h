@@ -1,9 +1,5 @@
 #pragma once
-// Every place a start-up item can live, on a test machine: emptied for a test
-// and put back afterwards (the Run keys of both hives, the logon values and
-// their disabled copies, a test service, a test browser helper, both Startup
-// folders and "Settings.ini"), with readers for what the tests check there and
-// for the rows of a list as the user sees them.
+// Every place a start-up item can live on a test machine: emptied for a test and put back after, with readers.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -28,26 +24,16 @@ inline constexpr const char* kBhoBase = "Software\\Microsoft\\Windows\\CurrentVe
 inline constexpr const char* kTestClsid = "{7E57E57E-0000-4000-8000-7E57E57E0001}";
 
 // A value as stored: its type and its text up to the first NUL.
-struct StoredValue {
-    std::uint32_t type;
-    std::string text;
-    bool operator==(const StoredValue&) const = default;
-};
+struct StoredValue { std::uint32_t type; std::string text; bool operator==(const StoredValue&) const = default; };
 
-inline void PrintTo(const StoredValue& value, std::ostream* out) {
-    *out << "{type " << value.type << ", \"" << value.text << "\"}";
+inline void PrintTo(const StoredValue& v, std::ostream* out) { *out << "{type " << v.type << ", \"" << v.text << "\"}"; }
+
+struct RowView { std::string text, path, flag, section, tag; auto operator<=>(const RowView&) const = default; };
+
+inline void PrintTo(const RowView& r, std::ostream* out) {
+    *out << "{" << r.text << " | " << r.path << " | " << r.flag << " | " << r.section << " | " << r.tag << "}";
 }
 
-struct RowView {
-    std::string text, path, flag, section, tag;
-    auto operator<=>(const RowView&) const = default;
-};
-
-inline void PrintTo(const RowView& row, std::ostream* out) {
-    *out << "{" << row.text << " | " << row.path << " | " << row.flag << " | " << row.section << " | " << row.tag << "}";
-}
-
-// Text as the list shows it: up to the first NUL.
 inline std::string Shown(const std::string& text) { return text.substr(0, text.find('\0')); }
 
 // The rows of a list as the user sees them, tags in their kind: "3" a number, "\"7\"" text.
@@ -63,50 +49,42 @@ inline std::vector<RowView> RowViews(const discovery::ItemList& list) {
 }
 
 // A DWORD value as stored, to compare with what Raw reads.
-inline RawValue Dword(std::uint32_t number) {
-    return {platform::reg::kDword, std::string(reinterpret_cast<const char*>(&number), 4)};
-}
+inline RawValue Dword(std::uint32_t n) { return {platform::reg::kDword, std::string(reinterpret_cast<char*>(&n), 4)}; }
 
 class ItemPlaces {
 public:
-    static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine;
-    static constexpr platform::RegHandle HKCU = platform::reg::kCurrentUser;
+    static constexpr platform::RegHandle HKLM = platform::reg::kLocalMachine, HKCU = platform::reg::kCurrentUser;
 
     explicit ItemPlaces(TestMachine& machine) : machine_(machine), registry_(machine.Registry()) {
         ClearKeys();
-        for (auto& saved : logonValues_) saved.before = Raw(HKLM, saved.key, saved.name);
         rdpwdExisted_ = KeyExists(HKLM, kRdpwd);
-        for (auto& saved : logonValues_) Delete(HKLM, saved.key, saved.name);
+        for (auto& v : logonValues_) { v.before = Raw(HKLM, v.key, v.name); Delete(HKLM, v.key, v.name); }
         std::string side = machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\";
         storage::MakeFolderPath(machine_.Files(), side);
         machine_.Files().Kill(SettingsFile());
         for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
-            for (const auto& name : FolderFiles(csidl)) before_.insert(StartupFolder(csidl) + "\\" + name);
+            for (const auto& name : NewFolderFiles(csidl)) before_.insert(Path(csidl, name));
     }
 
     ~ItemPlaces() {
         RemoveNewFolderFiles();
         machine_.Files().Kill(SettingsFile());
         ClearKeys();
-        for (const auto& saved : logonValues_) {
-            if (saved.before) Put(HKLM, saved.key, saved.name, *saved.before);
-            else Delete(HKLM, saved.key, saved.name);
-        }
+        for (const auto& v : logonValues_) v.before ? Put(HKLM, v.key, v.name, *v.before) : Delete(HKLM, v.key, v.name);
         if (!rdpwdExisted_) DeleteTree(registry_, HKLM, kRdpwd);
     }
 
+    void Put(platform::RegHandle root, const std::string& key, const std::string& name, const RawValue& value) {
+        ASSERT_TRUE(SetRaw(registry_, root, key, name, value.first, value.second)) << key << "\\" << name;
+    }
     // Seeds a value; text types get their terminating NUL, as a setup program stores them.
     void Set(platform::RegHandle root, const std::string& key, const std::string& name, const std::string& text,
              std::uint32_t type = platform::reg::kSz) {
         Put(root, key, name, {type, text + '\0'});
     }
-    void SetDword(platform::RegHandle root, const std::string& key, const std::string& name, std::uint32_t number) {
-        Put(root, key, name, Dword(number));
-    }
     std::optional<StoredValue> Value(platform::RegHandle root, const std::string& key, const std::string& name) {
-        auto raw = Raw(root, key, name);
-        if (!raw) return std::nullopt;
-        return StoredValue{raw->first, raw->second.substr(0, raw->second.find('\0'))};
+        if (auto raw = Raw(root, key, name)) return StoredValue{raw->first, Shown(raw->second)};
+        return std::nullopt;
     }
     void Delete(platform::RegHandle root, const std::string& key, const std::string& name) {
         platform::RegHandle handle = 0;
@@ -124,9 +102,8 @@ public:
         return true;
     }
 
-    // Every item on the machine, sorted: "HKLM RunOnce\\AutorunsDisabled Tool=C:\\t.exe" for a
-    // value (its type in brackets unless text, data up to the first NUL), "ini " and the
-    // text of Settings.ini, "lnk 25 name -> target" for each new shortcut.
+    // Every item on the machine, sorted: "HKLM RunOnce\\AutorunsDisabled Tool=C:\\t.exe" for a value (its type in
+    // brackets unless text, data up to the first NUL), "ini " and Settings.ini's text, "lnk 25 name -> target".
     std::vector<std::string> Everything() {
         std::vector<std::string> all;
         std::vector<std::pair<platform::RegHandle, std::string>> keys;
@@ -166,61 +143,37 @@ public:
     }
 
     std::string SettingsFile() { return machine_.Files().Environ("Appdata") + "\\Corvane Pulse\\Settings.ini"; }
-    storage::IniFile& Ini(const std::string& section) {
-        ini_.IniFilePath(SettingsFile());
-        ini_.IniSection(section);
-        return ini_;
-    }
+    storage::IniFile& Ini(const std::string& s) { ini_.IniFilePath(SettingsFile()); ini_.IniSection(s); return ini_; }
     std::string StartupFolder(int csidl) { return storage::GetSpecialFolder(machine_.Shell(), csidl); }
-    // The plain files of a Startup folder, sorted, as the program walks them.
-    std::vector<std::string> FolderFiles(int csidl) {
-        auto names = storage::DirNormalFiles(machine_.Files(), StartupFolder(csidl) + "\\*.*");
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-    // The files of a Startup folder that the test made, sorted.
+    std::string Path(int csidl, const std::string& name) { return StartupFolder(csidl) + "\\" + name; }
+    // The plain files of a Startup folder that the test made, sorted.
     std::vector<std::string> NewFolderFiles(int csidl) {
         std::vector<std::string> made;
-        for (const auto& name : FolderFiles(csidl))
-            if (!before_.count(StartupFolder(csidl) + "\\" + name)) made.push_back(name);
+        for (const auto& name : storage::DirNormalFiles(machine_.Files(), Path(csidl, "*.*")))
+            if (!before_.count(Path(csidl, name))) made.push_back(name);
+        std::sort(made.begin(), made.end());
         return made;
     }
     void RemoveNewFolderFiles() {
-        for (int csidl : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
-            for (const auto& name : NewFolderFiles(csidl)) {
-                const std::string path = StartupFolder(csidl) + "\\" + name;
-                if (machine_.Files().Kill(path)) continue;
-                machine_.RemoveFileAttributes(path, platform::kAttrReadOnly);
-                machine_.Files().Kill(path);
-            }
+        for (int c : {platform::kCsidlCommonStartup, platform::kCsidlStartup})
+            for (const auto& n : NewFolderFiles(c))
+                machine_.RemoveFileAttributes(Path(c, n), platform::kAttrReadOnly), machine_.Files().Kill(Path(c, n));
     }
     void Shortcut(int csidl, const std::string& name, const std::string& target) {
-        ASSERT_TRUE(machine_.Shell().SaveShortcut(StartupFolder(csidl) + "\\" + name, target, target + ",0", 1)) << name;
+        ASSERT_TRUE(machine_.Shell().SaveShortcut(Path(csidl, name), target, target + ",0", 1)) << name;
     }
-    std::string Target(int csidl, const std::string& name) {
-        return storage::GetShortcutTarget(machine_.Shell(), StartupFolder(csidl) + "\\" + name);
-    }
+    std::string Target(int c, const std::string& n) { return storage::GetShortcutTarget(machine_.Shell(), Path(c, n)); }
 
 private:
-    struct SavedValue {
-        const char* key;
-        const char* name;
-        std::optional<RawValue> before;
-    };
+    struct SavedValue { const char *key, *name; std::optional<RawValue> before; };
 
     void ClearKeys() {
         for (auto root : {HKLM, HKCU})
             for (const char* key : {"Run", "RunOnce", "RunServices", "RunServiceOnce"})
                 DeleteTree(registry_, root, std::string(kRunBase) + key);
-        DeleteTree(registry_, HKLM, std::string(kRdpwd) + "\\AutorunsDisabled");
-        DeleteTree(registry_, HKLM, std::string(kWinlogon) + "\\AutorunsDisabled");
-        DeleteTree(registry_, HKLM, kServiceKey);
-        DeleteTree(registry_, HKLM, std::string(kBhoBase) + kTestClsid);
-        DeleteTree(registry_, HKLM, std::string(kBhoBase) + "AutorunsDisabled");
-    }
-
-    void Put(platform::RegHandle root, const std::string& key, const std::string& name, const RawValue& value) {
-        ASSERT_TRUE(SetRaw(registry_, root, key, name, value.first, value.second)) << key << "\\" << name;
+        const std::pair<const char*, const char*> keys[] = {{kRdpwd, "\\AutorunsDisabled"}, {kServiceKey, ""},
+            {kWinlogon, "\\AutorunsDisabled"}, {kBhoBase, kTestClsid}, {kBhoBase, "AutorunsDisabled"}};
+        for (const auto& [key, below] : keys) DeleteTree(registry_, HKLM, std::string(key) + below);
     }
 
     TestMachine& machine_;
