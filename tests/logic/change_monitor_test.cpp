@@ -229,7 +229,7 @@ TEST_F(ChangeMonitor, ServiceDriverAndHelperDialogsActOnTheirKeys) {
     };
     for (const auto& c : cases) {
         form = Fresh();
-        places->SetDword(HKLM, service, "Start", 2);
+        places->Put(HKLM, service, "Start", Dword(2));
         places->Set(HKLM, helper, "", "x");
         form->SaveState();
         form->StartSearch();

@@ -66,7 +66,7 @@ protected:
                 registry.RegCloseKey(handle);
             }
         for (int csidl : {kAllUsers, kCurrentUser})
-            for (const auto& name : places.FolderFiles(csidl))
+            for (const auto& name : places.NewFolderFiles(csidl))
                 machine->Files().ReadWholeFile(places.StartupFolder(csidl) + "\\" + name, &world[name]);
         machine->Files().ReadWholeFile(places.SettingsFile(), &world["Settings.ini"]);
         return world;
