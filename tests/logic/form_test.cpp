@@ -393,6 +393,19 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
         EXPECT_EQ(form.publicVar.EditedItemName, "");
         EXPECT_EQ(row.Text, c.text);
     }
+    // The browse button opens on the reduced path; only under a Startup node does the file name the item.
+    const char* nodes[] = {"runexall", "allUsers", "currUser", "allUsers"};  // the last one cancelled
+    for (const char* const& node : nodes) {
+        forms::FrmEdit dialog(form);
+        dialog.txtName.Text = "Tool", dialog.txtPath.Text = "\"C:\\x\\tool.exe\" /a";
+        form.treeAuto.Select(node);
+        const bool cancelled = &node == &nodes[3];
+        if (!cancelled) machine->Ui().openChoices = {"C:\\apps\\chosen.exe"};
+        dialog.cmdChange_Click();
+        EXPECT_EQ(machine->Ui().openDialogs.back(), std::make_pair(std::string(forms::FrmEdit::kFilter), "C:\\x\\tool.exe"s));
+        EXPECT_EQ(dialog.txtPath.Text, cancelled ? "\"C:\\x\\tool.exe\" /a" : "C:\\apps\\chosen.exe") << node;
+        EXPECT_EQ(dialog.txtName.Text, node[0] == 'r' || cancelled ? "Tool" : "chosen.exe") << node;
+    }
     // Rows but none selected: nothing traps the failed read.
     form.ListView1.Clear();
     form.ListView1.Add();

@@ -313,9 +313,9 @@ TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
                                   (c.disabled ? c.disabled : "-") + ", member " + c.member;
         DeleteTree(machine->Registry(), HKLM, disabled);
         places.Delete(HKLM, key, c.folder);
+        places.Set(HKLM, key, "Other", "stays");  // before the list, so that the list is not the first value
         if (c.live) places.Set(HKLM, key, c.folder, c.live);
         if (c.disabled) places.Set(HKLM, disabled, c.folder, c.disabled);
-        places.Set(HKLM, key, "Other", "stays");
         c.op(key, c.member, c.folder);
         EXPECT_EQ(places.Value(HKLM, key, c.folder), stored(c.liveAfter)) << label;
         EXPECT_EQ(places.Value(HKLM, disabled, c.folder), stored(c.disabledAfter)) << label;

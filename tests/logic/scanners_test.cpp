@@ -174,6 +174,7 @@ TEST_F(Scanners, EachFolderListsItsShortcutsThenItsSettingsLines) {
         EXPECT_EQ(Rows(), (std::vector<RowView>{enabled, enabled, c.disabled})) << c.disabled.section;
         EXPECT_EQ(list(1).Text, "tool.exe");
         EXPECT_NE(list(1).SmallIcon, list(2).SmallIcon) << "icons are never shared";
+        EXPECT_FALSE(images[list(1).SmallIcon].large) << "rows take small icons";
         EXPECT_EQ(machine->Ui().doEvents, c.pumps) << c.disabled.section;
     }
 }
