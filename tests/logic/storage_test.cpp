@@ -85,6 +85,13 @@ TEST_F(Settings, WritesReplaceReadAndDeleteLinesOfOneSection) {
     ini.IniDeleteKey("Tool");
     EXPECT_EQ(Section("StartupAllUser"), (std::vector<std::string>{"Other=C:\\o=x.exe", ""}));
     EXPECT_EQ(Section("StartupCurrUser"), (std::vector<std::string>{"Tool=C:\\cu.exe", ""}));
+    // The text without one line: its section goes with it only when asked and emptied.
+    const std::string two = "[S]\r\na=1\r\nb=2\r\n[T]\r\nc=3\r\n";
+    const std::tuple<const char*, const char*, bool, std::optional<std::string>> cuts[] = {
+        {"s", "A", true, "[S]\r\nb=2\r\n[T]\r\nc=3\r\n"}, {"s", "c", true, std::nullopt},
+        {"t", "c", false, "[S]\r\na=1\r\nb=2\r\n[T]\r\n"}, {"T", "c", true, "[S]\r\na=1\r\nb=2\r\n"}};
+    for (const auto& [section, key, drop, text] : cuts)
+        EXPECT_EQ(storage::IniTextWithoutKey(two, section, key, drop), text) << section << key;
 }
 
 TEST_F(Settings, ReadsAndWritesAgreeWithThePlatformsProfileCalls) {

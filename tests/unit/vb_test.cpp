@@ -67,6 +67,7 @@ TEST(VbErrors, BadArgumentsOverflowsAndUndimensionedArraysRaiseTheirNumbers) {
         {[] { Left("abc", -1); }, err::kInvalidCall},  {[] { Mid("abc", 0); }, err::kInvalidCall},
         {[] { Mid("abc", 1, -1); }, err::kInvalidCall}, {[] { InStr(0, "a", "a"); }, err::kInvalidCall},
         {[] { Chr(256); }, err::kInvalidCall},         {[] { Asc(""); }, err::kInvalidCall},
+        {[] { Space(0), String(0, 'x'); }, 0},          {[] { Space(-1); }, err::kInvalidCall},
         {[] { CInt(32767.5); }, err::kOverflow},       {[&] { ++counter; }, 0},
         {[&] { ++counter; }, err::kOverflow},          {[&] { low -= 1; }, err::kOverflow},
         {[] { AdvRegistryAccess::BinToStr(string(32768, 'A')); }, err::kOverflow},
