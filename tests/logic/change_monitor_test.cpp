@@ -107,6 +107,14 @@ TEST_F(ChangeMonitor, EachKindOfChangeOpensItsDialogs) {
         {{"moved and disabled: nothing at all", kToolOn,
           [](ChangeMonitor& t) { kDelete(t), t.Set(HKCU, kOnceOff, "Tool", t.File("t")); }},
          {}},
+        {{"moved between the Startup folders: only marking it disabled is offered",
+          [](ChangeMonitor& t) { t.places->Ini("StartupAllUser").IniWriteValue("Tool", t.File("t")); },
+          [](ChangeMonitor& t) {
+              t.machine->Files().Kill(t.places->SettingsFile());
+              t.places->Ini("StartupCurrUser").IniWriteValue("Tool", t.File("t"));
+          }},
+         {{"Tool is moved from All Users\\Startup to Current User\\Startup", "Move;;", "Path: " + File("t"),
+           "Section: All Users\\Startup", "Current User\\Startup", "+--"}}},
         {{"a Startup item gone can't be put back from the dialog",
           [](ChangeMonitor& t) { t.places->Ini("StartupAllUser").IniWriteValue("Gone", t.File("g")); },
           [](ChangeMonitor& t) { t.machine->Files().Kill(t.places->SettingsFile()); }},

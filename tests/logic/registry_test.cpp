@@ -248,6 +248,7 @@ TEST_F(Registry, PathClassReadsAndWritesThroughEitherRootName) {
     EXPECT_EQ(access.EnumKeys(path, keys), 1);
     EXPECT_EQ(keys[0], "Sub");
     EXPECT_EQ(access.EnumKeys(path + "\\Missing", keys), -1);
+    EXPECT_FALSE(keys.IsDimensioned());
     tessmark::vb::Array<string> names;
     tessmark::vb::Array<RegValue> values;
     EXPECT_EQ(access.EnumValues(path, names, values, -1), 2);
