@@ -45,7 +45,7 @@ TEST(VersionFormat, FourPartFormWithoutPointInTheBuild) {
 // An unknown subtype leaves the previous file's text.
 TEST_F(FileVersionInfo, FixedInfoTablesAndFlags) {
     struct Case { std::uint32_t flags, os, type, subtype; const char* want; } cases[] = {
-        {0x3F, 0x10001, 3, 7, "Debug PreRel Patched Private Info Special|DOS-Win16|Driver|System drv"},
+        {0xFF, 0x10001, 3, 7, "Debug PreRel Patched Private Info Special|DOS-Win16|Driver|System drv"},
         {0, 0x40004, 3, 11, "|NT-Win32|Driver|System drv"},
         {0, 0x99, 4, 3, "|Unknown|Font|TrueType Font"},
         {16, 0x30003, 6, 0, "Info|OS/2-16 PM-32|Unknown|TrueType Font"},
