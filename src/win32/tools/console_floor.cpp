@@ -72,7 +72,8 @@ void PrintKey(const RunKey& run, bool enabled, std::string& out) {
         if (!program.empty() && program[0] == '"') program = program.substr(1, program.find('"', 1) - 1);
         else program = program.substr(0, program.find(' '));
         SHFILEINFOA info{};
-        SHGetFileInfoA(program.c_str(), 0, &info, sizeof info, 0x6603);
+        // The scanners' flags less SHGFI_EXETYPE, as the shell adapter sends them: Wine fails the call with it.
+        SHGetFileInfoA(program.c_str(), 0, &info, sizeof info, 0x6603 & ~SHGFI_EXETYPE);
         char full[MAX_PATH];
         GetFullPathNameA(program.c_str(), MAX_PATH, full, nullptr);
         const bool exists = GetFileAttributesA(full) != INVALID_FILE_ATTRIBUTES;
