@@ -10,6 +10,7 @@
 #include "discovery/StartupFolders.h"
 #include "storage/IniFile.h"
 #include "storage/filesearch.h"
+#include "storage/modStartup.h"
 #include "ui/CFileVersionInfo.h"
 #include "vb/vb.h"
 
@@ -90,6 +91,8 @@ std::vector<Record> ListItems(platform::Ports ports, platform::CodecPort& codec,
         r.place = row.Place;
         r.location = LocationText(row.Place, side);
         r.rawPath = storage::StripAtNull(rawPaths[i]);
+        // A shortcut whose target could not be read names no program.
+        const bool unreadable = r.place.kind == ItemPlace::Kind::Shortcut && r.rawPath == storage::kShortcutError;
         // As the details panel reduces it, but from the path as scanned: a
         // missing file keeps its name.
         std::string path = r.rawPath;
@@ -99,7 +102,7 @@ std::vector<Record> ListItems(platform::Ports ports, platform::CodecPort& codec,
         auto known = details.find(reduced);
         if (known == details.end()) {
             ui::CFileVersionInfo info(ports.files, ports.shell);
-            if (!r.rawPath.empty()) vb::Resume([&] { info.FullPathName(reduced); });
+            if (!r.rawPath.empty() && !unreadable) vb::Resume([&] { info.FullPathName(reduced); });
             known = details.emplace(reduced, std::make_pair(info.FullPathName(), info.FileDescription())).first;
         }
         std::tie(r.program, r.description) = known->second;
