@@ -59,7 +59,10 @@ std::string TableText(const std::vector<Record>& records, bool hash, int width) 
     std::string text;
     for (const auto& row : rows) {
         std::string line;
-        for (std::size_t c = 0; c < row.size(); ++c) line += (c ? "  " : "") + Fit(row[c], widths[c]);
+        for (std::size_t c = 0; c < row.size(); ++c) {
+            if (c) line += "  ";
+            line += Fit(row[c], widths[c]);
+        }
         while (!line.empty() && line.back() == ' ') line.pop_back();
         text += line + "\n";
     }
@@ -69,7 +72,10 @@ std::string TableText(const std::vector<Record>& records, bool hash, int width) 
 std::string CsvText(const std::vector<Record>& records, bool hash, platform::CodecPort& codec) {
     auto line = [&](const std::vector<std::string>& fields) {
         std::string text;
-        for (std::size_t i = 0; i < fields.size(); ++i) text += (i ? "," : "") + CsvField(codec.AnsiToUtf8(fields[i]));
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            if (i) text += ',';
+            text += CsvField(codec.AnsiToUtf8(fields[i]));
+        }
         return text + "\r\n";
     };
     std::string text = line(Header(hash));

@@ -59,7 +59,10 @@ std::vector<std::string> Split(const std::string& text, char separator) {
 
 std::string Join(const std::vector<std::string>& fields, char separator) {
     std::string text;
-    for (std::size_t i = 0; i < fields.size(); ++i) text += (i ? std::string(1, separator) : "") + fields[i];
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i) text += separator;
+        text += fields[i];
+    }
     return text;
 }
 

@@ -1,5 +1,8 @@
 #include "console/records.h"
 
+#include <map>
+#include <tuple>
+
 #include "discovery/Logon.h"
 #include "discovery/RowServices.h"
 #include "discovery/RunKeys.h"
@@ -7,6 +10,7 @@
 #include "discovery/StartupFolders.h"
 #include "storage/IniFile.h"
 #include "storage/filesearch.h"
+#include "storage/modStartup.h"
 #include "ui/CFileVersionInfo.h"
 #include "vb/vb.h"
 
@@ -76,6 +80,7 @@ std::vector<Record> ListItems(platform::Ports ports, platform::CodecPort& codec,
 
     const std::string side = SideFolder(ports.files);
     std::vector<Record> records;
+    std::map<std::string, std::pair<std::string, std::string>> details;  // program and description of a path
     for (std::size_t i = 0; i < list.Rows().size(); ++i) {
         const discovery::ItemRow& row = *list.Rows()[i];
         Record r;
@@ -86,15 +91,22 @@ std::vector<Record> ListItems(platform::Ports ports, platform::CodecPort& codec,
         r.place = row.Place;
         r.location = LocationText(row.Place, side);
         r.rawPath = storage::StripAtNull(rawPaths[i]);
+        // A shortcut whose target could not be read names no program.
+        const bool unreadable = r.place.kind == ItemPlace::Kind::Shortcut && r.rawPath == storage::kShortcutError;
         // As the details panel reduces it, but from the path as scanned: a
         // missing file keeps its name.
         std::string path = r.rawPath;
         std::string once = discovery::GetExeName(path, folders);
-        ui::CFileVersionInfo info(ports.files, ports.shell);
-        if (!r.rawPath.empty()) vb::Resume([&] { info.FullPathName(discovery::GetExeName(once, folders)); });
-        r.program = info.FullPathName();
+        const std::string reduced = discovery::GetExeName(once, folders);
+        // A program named by many entries is read once.
+        auto known = details.find(reduced);
+        if (known == details.end()) {
+            ui::CFileVersionInfo info(ports.files, ports.shell);
+            if (!r.rawPath.empty() && !unreadable) vb::Resume([&] { info.FullPathName(reduced); });
+            known = details.emplace(reduced, std::make_pair(info.FullPathName(), info.FileDescription())).first;
+        }
+        std::tie(r.program, r.description) = known->second;
         r.exists = !r.program.empty() && ports.files.FileExists(r.program);
-        r.description = info.FileDescription();
         std::string bytes;
         platform::Sha256Digest digest{};
         if (hash && r.exists && ports.files.ReadWholeFile(r.program, &bytes) && codec.Sha256(bytes, &digest))

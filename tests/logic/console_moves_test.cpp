@@ -42,10 +42,8 @@ protected:
         return locationEnd;
     }
     bool Listed(const std::string& name, const std::string& section, bool enabled) {
-        auto records = Records();
-        return std::any_of(records.begin(), records.end(), [&](auto& r) {
-            return r.name == name && r.section == section && r.enabled == enabled;
-        });
+        for (const auto& r : Records()) if (r.name == name && r.section == section && r.enabled == enabled) return true;
+        return false;
     }
     // Every value of the item keys, every file of the Startup folders and Settings.ini.
     std::map<std::string, std::string> World() {
@@ -129,9 +127,7 @@ TEST_F(ConsoleMoves, ARefusedCallLeavesTheItemWhereItWasOrWhereItWentNeverNowher
     places.Set(HKLM, std::string(kWinlogon) + "\\AutorunsDisabled", "Userinit", "old.exe");
     places.Shortcut(kCurrentUser, "Edit.lnk", "C:\\windows\\regedit.exe");
     int calls = 0, failAt = 0, tried = 0;
-    FaultyRegistry registry(machine->Registry(), [&] { return ++calls == failAt; });
-    FaultyDisk disk(machine->Files(), machine->Shell(), [&] { return ++calls == failAt; });
-    const platform::Ports faulty{registry, disk, disk, machine->Ui(), machine->Process()};
+    FaultyPorts faulty(*machine, [&] { return ++calls == failAt; });
     const struct { std::string name, section, disabledName; } cases[] = {
         {"Value", kAllRun, "Value"}, {"notepad.exe", kUserinit, "notepad.exe"}, {"\\Edit.lnk", kUserStartup, "Edit"}};
     for (const auto& c : cases) {
@@ -139,7 +135,7 @@ TEST_F(ConsoleMoves, ARefusedCallLeavesTheItemWhereItWasOrWhereItWentNeverNowher
             for (const auto& r : Records())
                 if (r.name == (disable ? NameAt(c.name) : c.disabledName) && r.section == c.section && r.enabled == disable) {
                     calls = 0, failAt = at;
-                    return (disable ? console::DisableItem : console::EnableItem)(faulty, r).code;
+                    return (disable ? console::DisableItem : console::EnableItem)(faulty.Ports(), r).code;
                 }
             ADD_FAILURE() << c.name << " not listed";
             return -1;

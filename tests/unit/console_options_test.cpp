@@ -31,14 +31,12 @@ TEST(ConsoleOptions, BadLinesGiveCode1AndTheUsageAndGoodOnesReachTheirCommand) {
         {{"list", "--format"}, 1, "--format needs a value"},
         {{"list", "--format", "xml"}, 1, "table, csv or json, not \"xml\""},
         {{"list", "--state", "on"}, 1, "enabled or disabled"},
-        {{"list", "--hash", "--hash"}, 1, "--hash is given twice"},
         {{"list", "--section", "Nowhere"}, 1, "no section \"Nowhere\"; the sections are:\n  All Users\\Startup"},
         {{"disable", "--section", run}, 1, "needs the item's name"},
         {{"disable", "x"}, 1, "needs --section"},
         {{"disable", "", "--section", run}, 1, "the name is empty"},
         {{"disable", std::string(1025, 'x'), "--section", run}, 1, "longer than 1024"},
         {{"disable", std::string("a\0b", 3), "--section", run}, 1, "control character"},
-        {{"enable", "x\ty", "--section", run}, 1, "control character"},
         {{"enable", "x", "--section", run, "--path", "p", "--location", "l"}, 1, "not both"},
         {{"enable", "x", "--section", run, "--format", "csv"}, 1, "unknown option --format"},
         {{"disable", "x", "y", "--section", run}, 1, "unexpected \"y\""},
@@ -59,7 +57,7 @@ TEST(ConsoleOptions, BadLinesGiveCode1AndTheUsageAndGoodOnesReachTheirCommand) {
     EXPECT_NE(c.output.out.find("tessmarkc disable NAME --section TEXT"), std::string::npos);
 }
 
-TEST(ConsoleOptions, CsvQuotesAndConvertsJsonHoldsTheSameRecordsAndTheTableFitsTheWidth) {
+TEST(ConsoleOptions, CsvQuotesAndConvertsJsonKeepsTypesFiltersApplyAndTheTableFitsTheWidth) {
     Console c;
     ItemPlaces places(*c.machine);
     places.Set(ItemPlaces::HKLM, std::string(kRunBase) + "Run", "Caf\xe9, \"x\"", "C:\\windows\\notepad.exe");
@@ -76,22 +74,17 @@ TEST(ConsoleOptions, CsvQuotesAndConvertsJsonHoldsTheSameRecordsAndTheTableFitsT
     EXPECT_EQ(csv.substr(0, csv.find('\n') + 1), "name,path,state,section,location,program,exists,description,sha256\r\n");
     EXPECT_NE(csv.find("\r\n" + notepad), std::string::npos) << csv;
     EXPECT_NE(csv.find("\r\n" + gone), std::string::npos) << csv;
-    ASSERT_EQ(c.Run({"list", "--format", "json", "--state", "disabled"}), 0);
+    ASSERT_EQ(c.Run({"list", "--format", "json", "--hash", "--section", "Registry\\All Users\\Run"}), 0);
     const auto json = nlohmann::json::parse(c.output.out);
     ASSERT_EQ(json.size(), 1u);
-    EXPECT_EQ(json[0]["name"], "Gone");
-    EXPECT_EQ(json[0]["exists"], false);
-    EXPECT_EQ(json[0]["state"], "disabled");
-    ASSERT_EQ(c.Run({"list", "--section", "Registry\\All Users\\Run", "--format", "json", "--hash"}), 0);
-    const auto hashed = nlohmann::json::parse(c.output.out);
-    ASSERT_EQ(hashed.size(), 1u);
-    EXPECT_EQ(hashed[0]["name"], "Caf\xc3\xa9, \"x\"");
-    EXPECT_EQ(hashed[0]["sha256"].get<std::string>().size(), 64u);
-    ASSERT_EQ(c.Run({"list"}, true, 40), 0);
+    EXPECT_EQ(json[0]["name"], "Caf\xc3\xa9, \"x\"");
+    EXPECT_EQ(json[0]["exists"], true);
+    EXPECT_EQ(json[0]["sha256"].get<std::string>().size(), 64u);
+    ASSERT_EQ(c.Run({"list", "--state", "disabled"}, true, 40), 0);
     std::istringstream table(c.output.out);
     int lines = 0;
     for (std::string line; std::getline(table, line); ++lines) EXPECT_LE(line.size(), 39u) << line;
-    EXPECT_EQ(lines, 3);
+    EXPECT_EQ(lines, 2);
     EXPECT_EQ(c.output.out.rfind("Name", 0), 0u);
 }
 

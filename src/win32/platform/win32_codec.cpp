@@ -6,12 +6,23 @@
 namespace tessmark::platform::win32 {
 namespace {
 
+// bcrypt is loaded at the first digest, not at the start: listing without
+// --hash never pays for the provider.
+template <typename Function>
+Function Entry(const char* name) {
+    static HMODULE module = LoadLibraryA("bcrypt.dll");
+    return module ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name))) : nullptr;
+}
+
 // The algorithm provider, closed on every path.
 class AlgorithmHandle {
 public:
-    AlgorithmHandle() { ok_ = BCRYPT_SUCCESS(BCryptOpenAlgorithmProvider(&handle_, BCRYPT_SHA256_ALGORITHM, nullptr, 0)); }
+    AlgorithmHandle() {
+        auto open = Entry<decltype(&BCryptOpenAlgorithmProvider)>("BCryptOpenAlgorithmProvider");
+        ok_ = open && BCRYPT_SUCCESS(open(&handle_, BCRYPT_SHA256_ALGORITHM, nullptr, 0));
+    }
     ~AlgorithmHandle() {
-        if (ok_) BCryptCloseAlgorithmProvider(handle_, 0);
+        if (ok_) Entry<decltype(&BCryptCloseAlgorithmProvider)>("BCryptCloseAlgorithmProvider")(handle_, 0);
     }
     AlgorithmHandle(const AlgorithmHandle&) = delete;
     AlgorithmHandle& operator=(const AlgorithmHandle&) = delete;
@@ -41,12 +52,17 @@ bool Win32Codec::Sha256(const std::string& bytes, Sha256Digest* digest) {
     AlgorithmHandle algorithm;
     if (!algorithm) return false;
     // BCryptHash would do this in one call, but it is newer than the systems we run on.
+    auto create = Entry<decltype(&BCryptCreateHash)>("BCryptCreateHash");
+    auto add = Entry<decltype(&BCryptHashData)>("BCryptHashData");
+    auto finish = Entry<decltype(&BCryptFinishHash)>("BCryptFinishHash");
+    auto destroy = Entry<decltype(&BCryptDestroyHash)>("BCryptDestroyHash");
     BCRYPT_HASH_HANDLE hash = nullptr;
-    if (!BCRYPT_SUCCESS(BCryptCreateHash(algorithm.get(), &hash, nullptr, 0, nullptr, 0, 0))) return false;
+    if (!create || !add || !finish || !destroy || !BCRYPT_SUCCESS(create(algorithm.get(), &hash, nullptr, 0, nullptr, 0, 0)))
+        return false;
     auto* data = reinterpret_cast<PUCHAR>(const_cast<char*>(bytes.data()));
-    const bool ok = BCRYPT_SUCCESS(BCryptHashData(hash, data, static_cast<ULONG>(bytes.size()), 0)) &&
-                    BCRYPT_SUCCESS(BCryptFinishHash(hash, digest->data(), static_cast<ULONG>(digest->size()), 0));
-    BCryptDestroyHash(hash);
+    const bool ok = BCRYPT_SUCCESS(add(hash, data, static_cast<ULONG>(bytes.size()), 0)) &&
+                    BCRYPT_SUCCESS(finish(hash, digest->data(), static_cast<ULONG>(digest->size()), 0));
+    destroy(hash);
     return ok;
 }
 
