@@ -398,7 +398,7 @@ TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {
         EXPECT_EQ(form.Tag, c.mark);
         EXPECT_EQ(boxes.size(), c.locked ? 1u : 0u);
         EXPECT_EQ(machine->Ui().beeps, beeps + 1);
-        EXPECT_EQ(form.publicVar.EditedItemName, "");
+        EXPECT_EQ(form.publicVar.EditedItemName + form.publicVar.EditedItemPath, "");
         EXPECT_EQ(row.Text, c.text);
     }
     // The browse button opens on the reduced path; only under a Startup node does the file name the item.

@@ -313,14 +313,16 @@ TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
                                   (c.disabled ? c.disabled : "-") + ", member " + c.member;
         DeleteTree(machine->Registry(), HKLM, disabled);
         places.Delete(HKLM, key, c.folder);
-        places.Set(HKLM, key, "Other", "stays");  // before the list, so that the list is not the first value
+        places.Delete(HKLM, key, "Z other");
+        places.Set(HKLM, key, "A other", "stays");  // the list is neither the key's first value nor its last
         if (c.live) places.Set(HKLM, key, c.folder, c.live);
+        places.Set(HKLM, key, "Z other", "stays");
         if (c.disabled) places.Set(HKLM, disabled, c.folder, c.disabled);
         c.op(key, c.member, c.folder);
         EXPECT_EQ(places.Value(HKLM, key, c.folder), stored(c.liveAfter)) << label;
         EXPECT_EQ(places.Value(HKLM, disabled, c.folder), stored(c.disabledAfter)) << label;
         EXPECT_EQ(places.KeyExists(HKLM, disabled), c.disabledAfter != nullptr) << label;
-        EXPECT_EQ(places.Value(HKLM, key, "Other"), (StoredValue{kSz, "stays"})) << label;
+        EXPECT_EQ(places.Value(HKLM, key, "A other"), (StoredValue{kSz, "stays"})) << label;
     }
 }
 
