@@ -1,6 +1,7 @@
 // The file version reader: formats, tables, the 0409 fall-back and stale values.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 
 #include "platform/memory/memory_disk.h"
@@ -81,6 +82,21 @@ TEST_F(FileVersionInfo, StringsComeFromTheTranslatedBlockOrFromEnglishWithTheSam
     EXPECT_EQ(info.CompanyName(), "");
     EXPECT_EQ(info.ProductName(), "");  // a missing string overwrites the old one
     EXPECT_EQ(info.PredefinedValue(3), "Plain");
+
+    // Each predefined string by its name and key, read from a block that holds every key as its own value.
+    std::map<std::string, std::string> all;
+    for (const char* key : {"Comments", "CompanyName", "FileDescription", "FileVersion", "InternalName", "LegalCopyright",
+                            "LegalTrademarks", "OriginalFilename", "ProductName", "ProductVersion", "PrivateBuild",
+                            "SpecialBuild", "LegalTrademarks1", "LegalTrademarks2"})
+        all[key] = key;
+    Read("all.exe", Resource({}, {{0x0409, 0x04B0}}, {{"040904B0", all}}));
+    std::string table;
+    for (long i = -1; i <= 15; ++i) table += info.PredefinedName(i) + "=" + info.PredefinedValue(i) + "|";
+    EXPECT_EQ(table, "=|Language=English|Comments=Comments|Company Name=CompanyName|"
+                     "File Description=FileDescription|File Version=FileVersion|Internal Name=InternalName|"
+                     "Legal Copyright=LegalCopyright|Legal Trademarks=LegalTrademarks|Original Filename=OriginalFilename|"
+                     "Product Name=ProductName|Product Version=ProductVersion|Private Build=PrivateBuild|"
+                     "Special Build=SpecialBuild|LegalTrademarks1=LegalTrademarks1|LegalTrademarks2=LegalTrademarks2|=|");
 }
 
 TEST_F(FileVersionInfo, FileWithoutVersionOrTranslationsKeepsThePreviousTexts) {
