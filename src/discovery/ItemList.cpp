@@ -12,8 +12,6 @@ constexpr int kInvalidPropertyValue = 380;
 constexpr int kIndexOutOfBounds = 35600;
 }  // namespace
 
-std::string Shown(const std::string& text) { return text.substr(0, text.find('\0')); }
-
 long TagNumber(const RowTag& tag) {
     if (const long* number = std::get_if<long>(&tag)) return *number;
     if (const std::string* text = std::get_if<std::string>(&tag)) {

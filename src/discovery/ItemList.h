@@ -10,9 +10,6 @@
 
 namespace tessmark::discovery {
 
-// A row's text as the list shows it and the log records it: up to its first NUL.
-std::string Shown(const std::string& text);
-
 // A row's Tag: a number from the folder and Run-key scanners, a digit held as
 // text from the logon scanner, or nothing yet.
 using RowTag = std::variant<std::monostate, long, std::string>;

@@ -8,6 +8,7 @@
 #include "catalogue/sections.h"
 #include "discovery/GetExeName.h"
 #include "discovery/ItemList.h"
+#include "storage/filesearch.h"
 #include "ui/CFileVersionInfo.h"
 #include "vb/vb.h"
 
@@ -188,9 +189,8 @@ void ChangeMonitor::StartSearch() {
         const discovery::ItemRow& item = list(r + 1);
         current[r] = {item.Text, item.SubItems(1), item.SubItems(2), item.SubItems(3), ""};
         const MonitorRow& row = current[r];
-        using discovery::Shown;
-        form_.ports.ui.ActivityLog("Tessmark - " + Shown(row.Name) + " Path-> " + Shown(row.Path) + " Section-> " +
-                                   Shown(row.Section));
+        form_.ports.ui.ActivityLog("Tessmark - " + storage::StripAtNull(row.Name) + " Path-> " +
+                                   storage::StripAtNull(row.Path) + " Section-> " + storage::StripAtNull(row.Section));
     }
 
     Comparison comparison(form_, rows, forms);

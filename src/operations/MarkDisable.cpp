@@ -1,4 +1,5 @@
 #include "discovery/ItemList.h"
+#include "storage/filesearch.h"
 #include "operations/ItemOperations.h"
 #include "operations/Locations.h"
 #include "registry/registry_module.h"
@@ -40,9 +41,8 @@ void ItemOperations::MarkDisable(const std::string& SectionName, const std::stri
             DisableBHO(ItemPath);
         }
     }
-    using discovery::Shown;
-    form_.ports.ui.ActivityLog("Tessmark - Section-" + Shown(SectionName) + " ItemName-" + Shown(ItemName) +
-                               " ItemPath-" + Shown(ItemPath));
+    form_.ports.ui.ActivityLog("Tessmark - Section-" + storage::StripAtNull(SectionName) + " ItemName-" +
+                               storage::StripAtNull(ItemName) + " ItemPath-" + storage::StripAtNull(ItemPath));
 }
 
 void ItemOperations::KillShortcutsTo(const std::string& folder, const std::string& target) {
