@@ -85,8 +85,8 @@ TEST_F(MainForm, LoadBuildsTheTreeFillsAllItemsAndGreetsEveryStart) {
     EXPECT_EQ(form.lblactiveitem.Caption, "Active Item(s):      7");
 
     auto& ui = machine->Ui();
-    ASSERT_EQ(ui.messageBoxes.size(), 1u);  // its text is checked on the window
-    EXPECT_EQ(ui.messageBoxes[0].style, platform::kMbInformation);
+    EXPECT_EQ(ui.messageBoxes, (std::vector<MessageBoxCall>{{"Uncheck the items you don't use every day then restart "
+        "your PC to feel the Corvane Pulse!", platform::kMbInformation, ""}}));
     // The monitor's pass logs each row, then fails on the missing baseline: no dialog, no baseline.
     ASSERT_EQ(ui.log.size(), 10u);
     EXPECT_EQ(ui.log[8], "Tessmark - C Path-> File Not Found Section-> Current User\\Startup");
@@ -226,6 +226,7 @@ TEST_F(MainForm, CaptionButtonsChangeTheirBitmapsOnlyWhenTheMouseEntersAnotherPa
         {'P', "close_normal MINIMIZE_DOWN"}, {'m', "close_normal MINIMIZE_DOWN"}, {'h', "close_hover minimize_normal"},
         {'f', "close_normal minimize_normal"}, {'P', "close_normal MINIMIZE_DOWN"}, {'f', "close_normal MINIMIZE_DOWN"},
         {'r', "close_normal minimize_normal"}};
+    EXPECT_EQ(form.CmdClosePicture + " " + form.CmdMinimisePicture, "close_normal minimize_normal");
     for (const auto& [event, pictures] : steps) {
         if (event == 'h') form.CmdClose_MouseMove();
         if (event == 'd' || event == 'D') form.CmdClose_MouseDown(event == 'D' ? 1 : 2);
@@ -240,7 +241,7 @@ TEST_F(MainForm, CaptionButtonsChangeTheirBitmapsOnlyWhenTheMouseEntersAnotherPa
     monitor::FrmNotify& notify = form.monitor.forms.New();
     for (forms::SkinnedDialog* dialog : {static_cast<forms::SkinnedDialog*>(&move), static_cast<forms::SkinnedDialog*>(&notify)}) {
         const bool resets = dialog == &move;
-        std::string seen;
+        std::string seen = dialog->CmdClosePicture + " ";
         for (char event : std::string("hDhfDfu")) {
             if (event == 'h') dialog->CmdClose_MouseMove();
             if (event == 'D') dialog->CmdClose_MouseDown(1);
@@ -248,8 +249,8 @@ TEST_F(MainForm, CaptionButtonsChangeTheirBitmapsOnlyWhenTheMouseEntersAnotherPa
             if (event == 'u') dialog->CmdClose_MouseUp(2);
             seen += dialog->CmdClosePicture + " ";
         }
-        EXPECT_EQ(seen, resets ? "close_hover CLOSE_DOWN CLOSE_DOWN close_normal CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN "
-                               : "close_hover CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN ");
+        EXPECT_EQ(seen, resets ? "close_normal close_hover CLOSE_DOWN CLOSE_DOWN close_normal CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN "
+                               : "close_normal close_hover CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN CLOSE_DOWN ");
         dialog->hWnd = resets ? 5 : 6;
         dialog->Form_MouseDown(4, 374);
         dialog->Form_MouseDown(1, 375);

@@ -103,7 +103,11 @@ TEST_F(Items, RunFamilyValuesGoRoundByteForByteWhicheverWaySwitchedWithOrWithout
         if (!item.refresh) switchRow(k.section, item.name);
     });
     Populate(frame::key::kMain);
-    each([&](auto& k, auto& item) { if (item.refresh) switchRow(k.section, item.name); });
+    each([&](auto& k, auto& item) {
+        if (!item.refresh) return;
+        EXPECT_TRUE(places.Raw(k.root, place(k.key, !item.enabled), item.name)) << k.section << " / " << item.name;
+        switchRow(k.section, item.name);
+    });
 
     Populate(frame::key::kMain);
     EXPECT_EQ(sortedRows(), before);

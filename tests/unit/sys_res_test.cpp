@@ -59,6 +59,12 @@ TEST(SysRes, VersionDecidesBetweenARestorePointAndTheMessage) {
         EXPECT_EQ(std::make_tuple(form.MousePointer, unloads, form.Timer1Enabled, form.Loaded),
                   std::make_tuple(c.tries ? 0 : 11, 1, false, false))
             << version;
+        // Nothing calls it: the collection is asked for, and a failure raises.
+        system.calls.clear();
+        if (c.failWith) EXPECT_THROW(form.ListPoints(), tessmark::vb::VbError); else form.ListPoints();
+        ASSERT_EQ(system.calls.size(), 1u);
+        EXPECT_EQ(std::make_tuple(system.calls[0].moniker, system.calls[0].method, system.calls[0].args),
+                  std::make_tuple("winmgmts:root/default", "InstancesOf", std::vector<Arg>{Arg{"SystemRestore"}}));
     }
 }
 
