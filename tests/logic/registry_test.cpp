@@ -228,6 +228,17 @@ TEST_F(Registry, ImportAppliesEachLineAsTheDialectReadsIt) {
     EXPECT_EQ(access.ImportFromReg(folder + "\\missing.reg"), 0);
 }
 
+// Each public member's help text, as the class documents it; other names have none.
+TEST_F(Registry, EveryPublicMemberHasItsHelpText) {
+    string texts;
+    for (const char* member : {"CreateKeyIfDoesntExists", "CreateKey", "KillKey", "KeyExists", "EnumKeys", "HaveSubkey",
+                               "WriteString", "ReadString", "WriteDWORD", "ReadDWORD", "WriteBinary", "ReadBinary",
+                               "KillValue", "ValueExists", "EnumValues", "ImportFromReg", "StrToBin", "BinToStr",
+                               "isBinValid", "ExportToReg", "createkey"})
+        texts += string(member) + ": " + string(AdvRegistryAccess::HelpText(member)) + "\n";
+    EXPECT_EQ(machines::DigestOf(*machine, texts), "97207c94d3d93955e3757a049557945b914812460024e9a1a290f4b096a25509") << texts;
+}
+
 TEST_F(Registry, PathClassReadsAndWritesThroughEitherRootName) {
     const string path = "HKCU\\" + kScratch + "\\Class";
     EXPECT_NE(access.WriteBinary(path, "b", "41 42 4"), 0);

@@ -46,6 +46,15 @@ private:
 
 std::unique_ptr<TestMachine> MakeTestMachine();
 
+// The SHA-256 of a text in lower-case hex, by the machine's codec.
+inline std::string DigestOf(TestMachine& machine, const std::string& text) {
+    platform::Sha256Digest digest{};
+    machine.Codec().Sha256(text, &digest);
+    std::string hex;
+    for (auto b : digest) hex += "0123456789abcdef"[b >> 4], hex += "0123456789abcdef"[b & 15];
+    return hex;
+}
+
 // Registry keys used for scratch by the suites: removed whole by DeleteTree.
 inline constexpr const char* kScratchKey = "Software\\TessmarkTest";
 

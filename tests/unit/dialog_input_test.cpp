@@ -32,6 +32,21 @@ TEST(FrmNotify, TabAndShiftTabGoRoundTheEnabledButtonsInTabOrder) {
     }
 }
 
+// The design the view lays the notification out by: sizes, then each control's place, size and font.
+TEST(FrmNotify, DesignIsTheOneDrawn) {
+    using namespace tessmark::monitor;
+    std::string design;
+    for (int n : {kNotifyWidth, kNotifyHeight, kNotifyBackgroundWidth, kNotifyBackgroundHeight, kNotifyPanelWidth,
+                  kNotifyPanelHeight, kNotifyCloseWidth, kNotifyCloseHeight})
+        design += std::to_string(n) + " ";
+    for (const NotifyControl& c : kNotifyControls)
+        design += "\n" + std::string(c.name) + (c.button ? " button " : " label ") + std::to_string(c.left) + "," +
+                  std::to_string(c.top) + " " + std::to_string(c.width) + "x" + std::to_string(c.height) + " font " +
+                  std::to_string(static_cast<int>(c.font));
+    EXPECT_EQ(tessmark::testing::DigestOf(*tessmark::testing::MakeTestMachine(), design),
+              "034b0f26f40253955ec541ef9c61daa77f737479a9cf90de06ccf27ab2f53b86") << design;
+}
+
 // The tray's menu, as a right click on the notification area would ask for it.
 TEST(FrmMain2, NoMenuOpensWhileADialogIsModal) {
     const auto machine = tessmark::testing::MakeTestMachine();
