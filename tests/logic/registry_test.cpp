@@ -253,7 +253,7 @@ TEST_F(Registry, PathClassReadsAndWritesThroughEitherRootName) {
     EXPECT_EQ(access.ReadString(path + "\\Sub", "", "?"), "d\0"s);
     EXPECT_EQ(access.ReadString(path, "missing", "?"), "?");
     EXPECT_EQ(access.ReadString("HKXX\\" + kScratch + "\\Class\\Sub", "", "?"), "?");
-    EXPECT_EQ(std::make_tuple(access.ValueExists(path, "n"), access.ValueExists(path, "missing")), std::make_tuple(kTrue, kFalse));
+    EXPECT_EQ(std::make_tuple(access.ValueExists(path, "n"), access.ValueExists(path, "missing")), std::make_tuple(-1, 0));
     EXPECT_EQ(std::make_tuple(access.HaveSubkey(path), access.HaveSubkey(path + "\\Sub")), std::make_tuple(kTrue, kFalse));
     tessmark::vb::Array<string> keys;
     EXPECT_EQ(access.EnumKeys(path, keys), 1);

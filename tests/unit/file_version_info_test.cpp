@@ -97,6 +97,11 @@ TEST_F(FileVersionInfo, StringsComeFromTheTranslatedBlockOrFromEnglishWithTheSam
                      "Legal Copyright=LegalCopyright|Legal Trademarks=LegalTrademarks|Original Filename=OriginalFilename|"
                      "Product Name=ProductName|Product Version=ProductVersion|Private Build=PrivateBuild|"
                      "Special Build=SpecialBuild|LegalTrademarks1=LegalTrademarks1|LegalTrademarks2=LegalTrademarks2|=|");
+    // The named readers give the same texts.
+    const std::string named[] = {info.Language(), info.Comments(), info.CompanyName(), info.FileDescription(),
+        info.FileVersion(), info.InternalName(), info.LegalCopyright(), info.LegalTrademarks(), info.OriginalFilename(),
+        info.ProductName(), info.ProductVersion(), info.PrivateBuild(), info.SpecialBuild()};
+    for (long i = 0; i < 13; ++i) EXPECT_EQ(named[i], info.PredefinedValue(i)) << i;
 }
 
 TEST_F(FileVersionInfo, FileWithoutVersionOrTranslationsKeepsThePreviousTexts) {
