@@ -107,19 +107,6 @@ TEST_F(ConsoleMoves, RoundTripsLeaveEverythingAsItWasAndTheWindowListsTheDisable
     }
 }
 
-TEST_F(ConsoleMoves, EachProgramUndoesWhatTheOtherDid) {
-    places.Set(HKLM, kRun, "Expand", "%SystemRoot%\\notepad.exe /a", platform::reg::kExpandSz);
-    frame::FrmMain2 window(machine->Ports());
-    Console({"disable", "Expand", "--section", kAllRun});
-    window.MarkEnable(kAllRun, "Expand", "%SystemRoot%\\notepad.exe /a", 0);
-    EXPECT_TRUE(Listed("Expand", kAllRun, true));
-    EXPECT_FALSE(Listed("Expand", kAllRun, false));
-    window.MarkDisable(kAllRun, "Expand", "C:\\windows\\notepad.exe", 0);
-    Console({"enable", "Expand", "--section", kAllRun});
-    EXPECT_EQ(places.Value(HKLM, kRun, "Expand"), (StoredValue{platform::reg::kSz, "C:\\windows\\notepad.exe"}));
-    EXPECT_FALSE(places.KeyExists(HKLM, kRun + "\\AutorunsDisabled"));
-}
-
 // Refuses the 1st, 2nd, ... call of each move until one runs without a refusal.
 TEST_F(ConsoleMoves, ARefusedCallLeavesTheItemWhereItWasOrWhereItWentNeverNowhere) {
     places.Set(HKLM, kRun, "Value", "\"C:\\windows\\notepad.exe\" /x", platform::reg::kExpandSz);

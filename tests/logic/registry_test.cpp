@@ -114,21 +114,6 @@ TEST_F(Registry, EnumRegValueNameKeepsTheNulBehindTheName) {
     EXPECT_EQ(EnumRegValueName(port, 0, 0), "");
 }
 
-TEST_F(Registry, SetRegStringCreatesTheKeyAndWritesText) {
-    ASSERT_FALSE(KeyThere("\\New\\Deep"));
-    SetRegString(port, kUser, kScratch + "\\New\\Deep", "Item", "C:\\x.exe");
-    EXPECT_EQ(Get("\\New\\Deep", "Item"), (RawValue{reg::kSz, "C:\\x.exe\0"s}));
-    // An expandable value becomes plain text; an empty text is stored without a NUL.
-    Set("\\New\\Deep", "Path", reg::kExpandSz, "%windir%");
-    SetRegString(port, kUser, kScratch + "\\New\\Deep", "Path", "%windir%\\y.exe");
-    EXPECT_EQ(Get("\\New\\Deep", "Path"), (RawValue{reg::kSz, "%windir%\\y.exe\0"s}));
-    SetRegString(port, kUser, kScratch + "\\New\\Deep", "Empty", "");
-    EXPECT_EQ(Get("\\New\\Deep", "Empty"), (RawValue{reg::kSz, ""s}));
-    // Deleting from a missing key makes no key.
-    DeleteRegValue(port, kUser, kScratch + "\\Missing", "Item");
-    EXPECT_FALSE(KeyThere("\\Missing"));
-}
-
 TEST_F(Registry, ExportToRegWritesOnlyTheHeaderAndNeverOverwrites) {
     Set("\\Export", "a", reg::kSz, "x");
     Set("\\Export\\Sub", "b", reg::kDword, "\x1F\0\0\0"s);

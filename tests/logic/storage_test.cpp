@@ -20,19 +20,6 @@ struct Storage : ::testing::Test {
     void Touch(const std::string& path) { ASSERT_TRUE(files.WriteWholeFile(path, "x")) << path; }
 };
 
-TEST_F(Storage, MakeFolderPathMakesEverythingAboveTheLastBackslash) {
-    for (std::string path : {scratch + "\\a\\b\\c\\", scratch + "\\x\\y\\z"}) {
-        const std::string asked = path;
-        EXPECT_EQ(storage::MakeFolderPath(files, path), asked);
-        EXPECT_TRUE(files.FolderExists(asked.substr(0, asked.rfind('\\'))));
-    }
-    EXPECT_FALSE(files.FolderExists(scratch + "\\x\\y\\z"));
-    std::string bare = "nobackslash", below = scratch + "\\file\\sub\\";
-    EXPECT_EQ(storage::MakeFolderPath(files, bare), "");
-    Touch(scratch + "\\file");
-    EXPECT_EQ(storage::MakeFolderPath(files, below), "");
-}
-
 TEST_F(Storage, FindFilesListsAFoldersOwnFilesBeforeItsSubfoldersAndTheShellsFoldersTheirFiles) {
     for (const char* sub : {"", "\\A", "\\A\\deep", "\\Processed", "\\old processed", "\\SYSTEM FILES"})
         ASSERT_TRUE(files.MkDir(scratch + "\\pf" + sub)) << sub;

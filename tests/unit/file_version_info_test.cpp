@@ -33,14 +33,11 @@ struct FileVersionInfo : ::testing::Test {
     }
 };
 
+// The four-part form has no point before the build; a build high word negative as 16 bits counts for nothing.
 TEST(VersionFormat, FourPartFormWithoutPointInTheBuild) {
-    struct Case { std::uint32_t ms, ls; const char* want; } cases[] = {
-        {0x00010002, 0x00000003, "1.02.0003"},    // 1.2.0.3
-        {0x000A000C, 0x00000000, "10.12.0000"},
-        {0x00010000, 0x00010002, "1.00.0102"},    // 1.0.1.2
-        {0x00010000, 0xFFFF0005, "1.00.0005"},    // a build high word that is negative as 16 bits
-    };
-    for (const auto& c : cases) EXPECT_EQ(ui::FormatVersion(c.ms, c.ls), c.want);
+    const std::tuple<std::uint32_t, std::uint32_t, const char*> cases[] = {{0x00010002, 3, "1.02.0003"},
+        {0x000A000C, 0, "10.12.0000"}, {0x00010000, 0x00010002, "1.00.0102"}, {0x00010000, 0xFFFF0005, "1.00.0005"}};
+    for (const auto& [ms, ls, want] : cases) EXPECT_EQ(ui::FormatVersion(ms, ls), want);
 }
 
 // An unknown subtype leaves the previous file's text.

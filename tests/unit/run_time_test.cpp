@@ -1,17 +1,28 @@
-// The run-time semantics the logic is written in, and the registry class's
-// conversions of raw characters to hexadecimal pairs and back.
+// The run-time's semantics and the small models built on it: text, numbers, errors, arrays, hexadecimal pairs,
+// command-line reduction (literal cuts, not parsing), the progress bar's arithmetic and the backup set's folders.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <tuple>
 
+#include "discovery/GetExeName.h"
+#include "platform/memory/memory_disk.h"
+#include "platform/memory/memory_registry.h"
 #include "platform/memory/recording_ui.h"
 #include "registry/AdvRegistryAccess.h"
+#include "safety/BackupRegistry.h"
+#include "storage/modStartup.h"
+#include "ui/XP_ProgressBar.h"
 #include "vb/toplevel.h"
 #include "vb/vb.h"
 
 using namespace tessmark::vb;
 using tessmark::registry::AdvRegistryAccess;
 using std::string;
+using tessmark::discovery::GetExeName;
+using tessmark::discovery::SystemFolders;
+using namespace tessmark::ui;
 
 namespace {
 
@@ -148,6 +159,116 @@ TEST(RegistryHex, StrToBinKeepsHalfTheDigitsRoundedToEvenPieces) {
     EXPECT_EQ(AdvRegistryAccess::BinToStr(string(32767, 'A')).size(), 3u * 32767);
     string blanksDoNotCount = string(32766, '4') + "  ";
     EXPECT_EQ(AdvRegistryAccess::StrToBin(blanksDoNotCount).size(), 16383u);
+}
+
+const SystemFolders kFolders{"C:\\WINDOWS", "C:\\Program Files"}, kOdd{"C:\\WIN-DOWS", "C:\\Programs,x86"};
+
+// The scanner tests reduce the common forms; these are the remaining cuts.
+TEST(GetExeName, WorkedExamples) {
+    using namespace std::string_literals;
+    struct Case { std::string input, want; SystemFolders folders = kFolders; } cases[] = {
+        {"/background", ""}, {"-x", ""}, {"", ""}, {"Userinit", "Userinit"},
+        {"%SystemRoot%", "C:\\WINDOWS\\%SystemRoot%"},
+        // Cut at the first NUL of a registry buffer.
+        {"C:\\a.exe" + std::string(1016, '\0'), "C:\\a.exe"},
+        {"Shell\0"s, "Shell"}, {"a\0b"s, "a"},
+        // The slash cuts before any token is examined.
+        {"http://host/%windir%\\x", "http:"}, {"%windir%\\a.exe /x-y", "C:\\WINDOWS\\a.exe"},
+        // Token tests are independent: %SystemRoot% expands first, then the
+        // %windir% left in the tail fires and throws away the folder just put in front;
+        {"%SystemRoot%\\%windir%\\x.exe", "C:\\WINDOWS\\WINDOWS\\%windir%\\x.exe"},
+        // and the %ProgramFiles% token is gone by the time its test runs.
+        {"%ProgramFiles%\\%SystemRoot%\\x.exe", "C:\\WINDOWS\\%SystemRoot%\\x.exe"},
+        // A hyphen or comma in an expanded folder also cuts.
+        {"%windir%\\a.exe", "C:\\WIN", kOdd}, {"%ProgramFiles%\\a.exe", "C:\\Programs", kOdd},
+    };
+    for (const auto& c : cases) {
+        std::string line = c.input;
+        EXPECT_EQ(GetExeName(line, c.folders), c.want) << c.input;
+    }
+    // The line comes back unquoted, not expanded.
+    std::string line = std::string("\"%windir%\\a.exe\" -x  \0junk", 25);
+    EXPECT_EQ(GetExeName(line, kFolders), "C:\\WINDOWS\\a.exe");
+    EXPECT_EQ(line, "%windir%\\a.exe -x");
+}
+
+TEST(ProgressBarModel, ShadesAndBlends) {
+    struct Case { Colour got, want; } cases[] = {
+        {ShiftColor(0x000000, 100), 0x646464}, {ShiftColor(0xFFFFFF, 150), 0xFFFFFF},
+        {ShiftColor(0x804020, 0), 0x804020},   {ShiftColor(0x804020, 255), 0xFFFFFF},
+        {ShiftColor(0x0000FF, 180), 0xB4B4FF},
+        {BlendColors(0xFFFFFF, 0x000000, 255), 0xFFFFFF}, {BlendColors(0xFFFFFF, 0x000000, 0), 0x000000},
+        {BlendColors(0x0000C8, 0x000000, 200), 0x00009D},  // 200 * 200 / 255 = 156.86 rounds up
+        {BlendColors(0x000001, 0x000000, 128), 0x000001},  // 0.502 rounds to 1
+    };
+    for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << "case " << &c - cases;
+}
+
+TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {
+    struct Case { std::int32_t min, max, set, percent, get; } cases[] = {
+        {0, 100, 45, 45, 45}, {0, 200, 50, 25, 50}, {10, 100, 30, 40, 4},  // Min added, then divided by
+        {0, 100, 130, 130, 130}, {0, 3, 1, 33, 1}, {0, 8, 1, 12, 1},       // 12.5 rounds to even
+    };
+    for (const auto& c : cases) {
+        XP_ProgressBarModel bar{.Max = c.max, .Min = c.min};
+        bar.SetValue(c.set);
+        EXPECT_EQ(std::pair(bar.percent, bar.Value()), std::pair(c.percent, c.get)) << c.set << '/' << c.max;
+    }
+    XP_ProgressBarModel over;
+    over.SetValue(130);
+    EXPECT_EQ(over.DrawnPercent(), 100);
+    EXPECT_EQ(over.CaptionText(), "100 %");
+    over.Scrolling = 2;
+    EXPECT_EQ(over.CaptionText(), "Searching..");
+    over.Max = 0;
+    EXPECT_THROW(over.SetValue(1), tessmark::vb::VbError);
+}
+
+TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
+    XP_ProgressBarModel fresh;
+    fresh.ReadProperties({});
+    EXPECT_EQ(std::tuple(fresh.BrushStyle, fresh.Color, fresh.Max), std::tuple(4, 0x8000000Du, 100));
+
+    XP_ProgressBarModel set{.Font = 77, .Scrolling = 6, .ShowText = true};
+    set.SetValue(60);
+    PropertyBag bag;
+    set.WriteProperties(bag);
+    EXPECT_EQ(bag.at("Font"), 77);
+    XP_ProgressBarModel read;
+    read.ReadProperties(bag);
+    EXPECT_EQ(std::tuple(read.Font, read.Scrolling, read.ShowText, read.percent), std::tuple(0, 6, true, 60));
+}
+
+TEST(BackupFolders, MakesOnlyTheMissingLevels) {
+    const string full = "C:\\data\\Quillon\\Tessmark\\RegistryBackUps";
+    struct Case { string appData, folder, file; bool raises; } cases[] = {
+        {"C:\\data", "C:\\data", "", false},         {"C:\\data", "C:\\data\\Quillon", "", false},
+        {"C:\\data", "C:\\data\\Quillon\\Tessmark", "", false}, {"C:\\data", full, "", false},
+        {"C:\\data", "C:\\data", full, false},       {"Q:\\nowhere", "C:\\data", "", true},
+    };
+    for (const auto& c : cases) {
+        tessmark::platform::memory::MemoryDisk disk;
+        tessmark::platform::memory::MemoryRegistry registry;
+        tessmark::platform::memory::RecordingUi ui;
+        disk.SetEnvironmentVariable("Appdata", c.appData);
+        disk.AddFolder(c.folder);
+        if (!c.file.empty()) disk.AddFile(c.file, "a file");
+        tessmark::registry::AdvRegistryAccess objReg(registry, disk, ui);
+        if (c.raises) {
+            EXPECT_THROW(tessmark::safety::BackupRegistry(objReg, disk), tessmark::vb::VbError) << c.appData;
+        } else {
+            EXPECT_NO_THROW(tessmark::safety::BackupRegistry(objReg, disk)) << c.folder << ' ' << c.file;
+        }
+        // The set, each file holding only the header, as the export ends there.
+        const std::vector<string> set = {"BHO.reg", "LogonStartup.reg", "LogonWinlogon.reg", "RegRun.reg",
+            "RegRunCU.reg", "RegRunOnce.reg", "RegRunOnceCU.reg", "RegRunServices.reg", "RegRunServicesCU.reg",
+            "RegRunServicesOnce.reg", "Services.reg"};
+        auto files = tessmark::storage::DirNormalFiles(disk, full + "\\*.*");
+        std::sort(files.begin(), files.end());
+        EXPECT_EQ(files, !c.raises && c.file.empty() ? set : std::vector<string>{}) << c.folder;
+        string text;
+        if (!files.empty()) EXPECT_TRUE(disk.ReadWholeFile(full + "\\BHO.reg", &text) && text == "REGEDIT4\r\n\r\n");
+    }
 }
 
 }  // namespace
