@@ -251,31 +251,6 @@ TEST_F(Items, RightClickNamesTheCommandAfterTheRowColumnsSortAscendingOnlyF5Acts
     EXPECT_THROW(form.ListView1_MouseDown(kRight, 0, 0, 0), vb::VbError);
 }
 
-TEST_F(Items, OnlyDisablingLogsAndTheCopyIsTextOfThePathHandedIn) {
-    // Nothing lists this key, yet it is handled.
-    const std::string live = kBase + "RunServiceOnce", disabled = live + "\\AutorunsDisabled";
-    const std::string section = "Registry\\Current User\\RunServicesOnce";
-    places.Set(HKCU, live, "Tool", "%windir%\\notepad.exe", platform::reg::kExpandSz);
-    ops.MarkDisable(section, "Tool", kNotepad, 0);
-    EXPECT_EQ(places.Value(HKCU, disabled, "Tool"), (StoredValue{kSz, kNotepad}));
-    for (int twice = 0; twice < 2; ++twice) ops.MarkEnable(section, "Tool", kNotepad, 0);
-    EXPECT_TRUE(places.KeyExists(HKCU, disabled)) << "the emptied subkey stays";
-
-    // Section texts compare exactly, case included: nothing moves, and the disabling still logs.
-    std::vector<std::string> logged = {LogLine(section, "Tool", kNotepad)};
-    places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
-    places.Set(HKLM, kBase + "Run\\AutorunsDisabled", "Tool", kRegedit);
-    for (const char* other : {"Registry\\All Users\\run", "registry\\all users\\Run", ""}) {
-        ops.MarkDisable(other, "Tool", kNotepad, 0);
-        ops.MarkEnable(other, "Tool", kNotepad, 0);
-        logged.push_back(LogLine(other, "Tool", kNotepad));
-    }
-    EXPECT_EQ(places.Everything(), (std::vector<std::string>{"HKCU RunServiceOnce Tool="s + kNotepad,
-                                                             "HKLM Run Tool="s + kNotepad,
-                                                             "HKLM Run\\AutorunsDisabled Tool="s + kRegedit}));
-    EXPECT_EQ(Log(), logged);
-}
-
 TEST_F(Items, LogonListsLoseAndGainMembersByTheirOwnRules) {
     using Op = std::function<void(const std::string&, const std::string&, const std::string&)>;
     const Op D = [&](auto&... a) { ops.DisableLogon(a...); }, E = [&](auto&... a) { ops.EnableLogon(a...); },

@@ -293,29 +293,4 @@ TEST_F(Scanners, EnabledLogonRowsPumpMessagesUnderTheHourglassUnlessTheTimerRuns
     EXPECT_EQ(list(1).SubItems(1), P + "\\b.exe");
 }
 
-TEST_F(Scanners, AddItemIconAddsOneImagePerCallWhereThereIsAStoreAndDrawsWhereThereIsAPicture) {
-    Touch(tool);
-    // side: the picture's width and height after the call. An unknown file gets no image and no picture, and
-    // the name field keeps what the previous call left.
-    const struct { const char* caller; bool known, store, picture, large; std::int16_t iconSize; long result, side; }
-        cases[] = {{"scanner", true, true, true, false, 16, 2, 320},     {"other size", true, true, true, true, 32, 2, 640},
-                   {"details panel", true, false, true, true, 0, 0, 77}, {"shortcut", true, false, false, false, 0, 0, 77},
-                   {"unknown file", false, true, true, false, 16, 0, 77}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.caller);
-        images.Clear();
-        images.Add({});  // the program's own icon comes first
-        picture = {false, {}, 77, 77};
-        std::string path = c.known ? tool : W + "\\missing.exe", name;
-        long result = discovery::AddItemIcon(machine->Shell(), record, path, c.store ? &images : nullptr,
-                                             c.picture ? &picture : nullptr, c.iconSize, name);
-        const bool added = c.known && c.store;
-        EXPECT_EQ(std::make_tuple(result, images.Count(), picture.hasPicture, picture.Width, picture.Height),
-                  std::make_tuple(c.result, added ? 2 : 1, c.known && c.picture, c.side, c.side));
-        EXPECT_EQ(picture.picture.large, c.large);
-        EXPECT_TRUE(!added || images[2] == picture.picture);
-        EXPECT_EQ(std::make_pair(Shown(name), name.size()), std::make_pair("tool.exe"s, std::size_t{260}));
-    }
-}
-
 }  // namespace
