@@ -457,6 +457,14 @@ TEST_F(Dialogs, OnlyHandledMenuEntriesAct) {
     form.FrmMenu.Choose(form.FrmMenu.mnutrayhelp);
     form.FrmMenu.Choose(form.FrmMenu.mnutrayabout);
     EXPECT_EQ(boxes, (std::vector<MessageBoxCall>{{"HelpClick", 0, ""}, {"AboutClick", 0, ""}}));
+    // The two menus as the view builds them: each entry's caption and its shortcut's key; "-" separates.
+    std::string shown;
+    for (const forms::Menu* menu : {&form.FrmMenu.mnuPopup, &form.FrmMenu.mnutrayoption})
+        for (const forms::MenuEntry* e : menu->Entries) shown += menu->Name + ":" + e->Caption + " " + e->Shortcut + "|";
+    EXPECT_EQ(shown, "mnuPopup:Backup |mnuPopup:Restore |mnuPopup:- |mnuPopup:Refresh |mnuPopup:- |mnuPopup:Add Program |"
+                     "mnuPopup:- |mnuPopup:Disable F2|mnuPopup:Delete Del|mnuPopup:Move |mnuPopup:- |mnuPopup:Edit Properties |"
+                     "mnutrayoption:Help |mnutrayoption:About... |mnutrayoption:- |mnutrayoption:Show / Hide ... |"
+                     "mnutrayoption:- |mnutrayoption:Exit |");
 
     // A right click pops the item menu; the chosen Refresh fills the list.
     places.Set(HKLM, kBase + "Run", "Tool", kNotepad);
