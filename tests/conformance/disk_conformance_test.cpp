@@ -219,8 +219,7 @@ TEST_F(ShellConformance, FileInfoGivesTheShellsNameAndAnImageListOrLeavesTheReco
     const std::string current = FullPath(".");
     const std::pair<std::string, std::string> cases[] = {
         {kProgram, "notepad.exe"},   {vb::LCase(In("Mixed.TXT")), "Mixed.TXT"}, {In("editor.lnk"), "editor"},
-        {scratch, "tessmark-test"}, {scratch + "\\", "tessmark-test"},
-        {"", current.substr(current.rfind('\\') + 1)},
+        {scratch, "tessmark-test"}, {scratch + "\\", "tessmark-test"}, {"", current.substr(current.rfind('\\') + 1)},
         {In("missing.exe"), ""},    {"Error occured.", ""},                {In("no\\such\\file.exe"), ""},
         {In("..\\tessmark-test\\Mixed.TXT"), ""}, {In(".\\Mixed.TXT"), ""}, {"C:/tessmark-test/Mixed.TXT", ""},
     };

@@ -51,10 +51,8 @@ protected:
         std::uint32_t length = sizeof name, other = sizeof name, count = 0;
         return {registry.RegQueryValueExA(h, "v", nullptr, nullptr, nullptr),
                 registry.RegEnumValueA(h, 0, name, &length, nullptr, nullptr, nullptr),
-                registry.RegEnumKeyExA(h, 0, name, &other),
-                registry.RegQueryInfoKeyA(h, &count, &count),
-                registry.RegSetValueExA(h, "w", reg::kSz, Bytes("y"s), 1),
-                registry.RegDeleteValueA(h, "w")};
+                registry.RegEnumKeyExA(h, 0, name, &other), registry.RegQueryInfoKeyA(h, &count, &count),
+                registry.RegSetValueExA(h, "w", reg::kSz, Bytes("y"s), 1), registry.RegDeleteValueA(h, "w")};
     }
     // One value enumerated into buffers of the given sizes, the data buffer with a guard byte behind:
     // the code, the type, the name buffer and the length reported, the data buffer and its length.

@@ -85,12 +85,9 @@ TEST_F(ConsoleMoves, RoundTripsLeaveEverythingAsItWasAndTheWindowListsTheDisable
     const auto before = World();
     const std::string startup = places.StartupFolder(kCurrentUser);
     const struct { std::string name, section, disabledName; std::vector<std::string> pick; } cases[] = {
-        {"Quoted", kAllRun, "Quoted", {}},
-        {"Expand", "Registry\\Current User\\Run", "Expand", {}},
-        {"Missing", kAllRun, "Missing", {}},
-        {"Once", "Registry\\All Users\\RunOnce", "Once", {}},
-        {"notepad.exe", kUserinit, "notepad.exe", {}},
-        {"\\Edit.lnk", kUserStartup, "Edit", {}},
+        {"Quoted", kAllRun, "Quoted", {}}, {"Expand", "Registry\\Current User\\Run", "Expand", {}},
+        {"Missing", kAllRun, "Missing", {}}, {"Once", "Registry\\All Users\\RunOnce", "Once", {}},
+        {"notepad.exe", kUserinit, "notepad.exe", {}}, {"\\Edit.lnk", kUserStartup, "Edit", {}},
         {"\\Twin B.lnk", kUserStartup, "Twin B", {"--location", startup + "\\Twin B.lnk"}},
     };
     for (const auto& c : cases) {

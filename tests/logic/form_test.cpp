@@ -126,8 +126,7 @@ TEST_F(MainForm, EachNodeListsItsOwnSectionsOnly) {
         {frame::key::kRegCurr, currRun}, {frame::key::kRunServiceCurr, {currRun[2]}}, {frame::key::kLogonAll, logon},
         {frame::key::kShellAll, {section::kLogonShell}}, {frame::key::kDriverAll, {}}, {frame::key::kBhoAll, {}},
         {frame::key::kRunCurr, {currRun[0]}}, {frame::key::kRunOnceCurr, {currRun[1]}}, {frame::key::kServiceAll, {}},
-        {frame::key::kStartupAll, {logon[0]}}, {frame::key::kUserinitAll, {logon[1]}},
-        {"nosuchnode", {}},
+        {frame::key::kStartupAll, {logon[0]}}, {frame::key::kUserinitAll, {logon[1]}}, {"nosuchnode", {}},
     };
     for (const auto& c : cases) {
         ClickNode(c.key);
@@ -355,8 +354,7 @@ TEST_F(Dialogs, MoveRefusesAndStaysOpenAsItsMessagesSay) {
     EXPECT_EQ(boxes, (std::vector<MessageBoxCall>{
                          {"Select an item to move", kCritical, "No Item Selected!"},
                          {"You are not allowed to move item from this section", kCritical, "Invalid Move!!!"},
-                         {"Select a target section.", 0, ""},
-                         {"No Application Selected", kCritical, ""}}));
+                         {"Select a target section.", 0, ""}, {"No Application Selected", kCritical, ""}}));
 }
 
 TEST_F(Dialogs, EditPropertiesChangesNothingAndBeepsAfterEveryEdit) {

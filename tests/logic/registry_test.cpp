@@ -159,17 +159,13 @@ TEST_F(Registry, ImportAppliesEachLineAsTheDialectReadsIt) {
         const char *sub, *name;
         std::optional<RawValue> value;
     } expected[] = {
-        {"\\Import", "s", RawValue{reg::kSz, "text\0"s}},
-        {"\\Import", "q", RawValue{reg::kSz, "a\0"s}},
+        {"\\Import", "s", RawValue{reg::kSz, "text\0"s}}, {"\\Import", "q", RawValue{reg::kSz, "a\0"s}},
         {"\\Import", "h", RawValue{reg::kBinary, "AB"}},
         {"\\Import", "k", RawValue{reg::kBinary, "A"}},  // blanks go before the pairs are cut
         {"\\Import", "d", RawValue{reg::kDword, "\0\0\0\0"s}},  // the literal stops at the x
-        {"\\Import", "n", RawValue{reg::kDword, "\x1F\0\0\0"s}},
-        {"\\Import", "", std::nullopt},
-        {"\\Import", "gone", std::nullopt},
-        {"\\Import", "@", std::nullopt},
-        {"\\Import", "c", std::nullopt},
-        {"\\Doomed", "v", std::nullopt},
+        {"\\Import", "n", RawValue{reg::kDword, "\x1F\0\0\0"s}}, {"\\Import", "", std::nullopt},
+        {"\\Import", "gone", std::nullopt}, {"\\Import", "@", std::nullopt},
+        {"\\Import", "c", std::nullopt}, {"\\Doomed", "v", std::nullopt},
         {"\\Kept\\Child", "v", RawValue{reg::kSz, "x\0"s}},
         // The closing bracket is taken as missing; a bare LF joins two lines into one.
         {"\\New\\Deep", "v", RawValue{reg::kSz, "1\nw\0"s}},

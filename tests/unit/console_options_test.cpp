@@ -25,22 +25,18 @@ struct Console {
 TEST(ConsoleOptions, BadLinesGiveCode1AndTheUsageAndGoodOnesReachTheirCommand) {
     const std::string run = "Registry\\All Users\\Run";
     const struct { std::vector<std::string> args; int code; const char* says; } cases[] = {
-        {{}, 1, "no command given"},
-        {{"remove", "x"}, 1, "unknown command \"remove\""},
-        {{"list", "--colour"}, 1, "unknown option --colour"},
-        {{"list", "--format"}, 1, "--format needs a value"},
+        {{}, 1, "no command given"}, {{"remove", "x"}, 1, "unknown command \"remove\""},
+        {{"list", "--colour"}, 1, "unknown option --colour"}, {{"list", "--format"}, 1, "--format needs a value"},
         {{"list", "--format", "xml"}, 1, "table, csv or json, not \"xml\""},
         {{"list", "--state", "on"}, 1, "enabled or disabled"},
         {{"list", "--section", "Nowhere"}, 1, "no section \"Nowhere\"; the sections are:\n  All Users\\Startup"},
-        {{"disable", "--section", run}, 1, "needs the item's name"},
-        {{"disable", "x"}, 1, "needs --section"},
+        {{"disable", "--section", run}, 1, "needs the item's name"}, {{"disable", "x"}, 1, "needs --section"},
         {{"disable", "", "--section", run}, 1, "the name is empty"},
         {{"disable", std::string(1025, 'x'), "--section", run}, 1, "longer than 1024"},
         {{"disable", std::string("a\0b", 3), "--section", run}, 1, "control character"},
         {{"enable", "x", "--section", run, "--path", "p", "--location", "l"}, 1, "not both"},
         {{"enable", "x", "--section", run, "--format", "csv"}, 1, "unknown option --format"},
-        {{"disable", "x", "y", "--section", run}, 1, "unexpected \"y\""},
-        {{"--version", "x"}, 1, "takes nothing more"},
+        {{"disable", "x", "y", "--section", run}, 1, "unexpected \"y\""}, {{"--version", "x"}, 1, "takes nothing more"},
         {{"disable", "x", "--section", "registry\\all users\\RUN"}, 2, "no enabled item \"x\" in Registry\\All Users\\Run"},
         {{"enable", "x", "--section", run, "--path", "C:\\x.exe"}, 2, "with path C:\\x.exe"},
     };

@@ -44,8 +44,7 @@ TEST(VersionFormat, FourPartFormWithoutPointInTheBuild) {
 TEST_F(FileVersionInfo, FixedInfoTablesAndFlags) {
     struct Case { std::uint32_t flags, os, type, subtype; const char* want; } cases[] = {
         {0xFF, 0x10001, 3, 7, "Debug PreRel Patched Private Info Special|DOS-Win16|Driver|System drv"},
-        {0, 0x40004, 3, 11, "|NT-Win32|Driver|System drv"},
-        {0, 0x99, 4, 3, "|Unknown|Font|TrueType Font"},
+        {0, 0x40004, 3, 11, "|NT-Win32|Driver|System drv"}, {0, 0x99, 4, 3, "|Unknown|Font|TrueType Font"},
         {16, 0x30003, 6, 0, "Info|OS/2-16 PM-32|Unknown|TrueType Font"},
         {2, 0x10004, 1, 0, "PreRel|DOS-Win32|Application|TrueType Font"}, {4, 0x20002, 2, 0, "Patched|OS/2-16 PM-16|DLL|TrueType Font"},
         {8, 0, 5, 0, "Private|Unknown|VxD|TrueType Font"}, {32, 0, 7, 1, "Special|Unknown|Lib|TrueType Font"},
@@ -68,8 +67,7 @@ TEST_F(FileVersionInfo, FixedInfoTablesAndFlags) {
 }
 
 TEST_F(FileVersionInfo, StringsComeFromTheTranslatedBlockOrFromEnglishWithTheSameCodePage) {
-    Read("de.exe", Resource({}, {{0x0407, 0x04B0}},
-                            {{"040704B0", {{"ProductName", "Deutsch"}}},
+    Read("de.exe", Resource({}, {{0x0407, 0x04B0}}, {{"040704B0", {{"ProductName", "Deutsch"}}},
                              {"040904B0", {{"CompanyName", "Quillon"}, {"ProductName", "English"}}}}));
     EXPECT_EQ(info.Language(), "German");
     EXPECT_EQ(info.CompanyName(), "Quillon");

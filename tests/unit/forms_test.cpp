@@ -33,8 +33,7 @@ TEST(FrmNotify, TabAndShiftTabGoRoundTheEnabledButtonsInTabOrder) {
     tessmark::frame::FrmMain2 main(machine->Ports());
     tessmark::monitor::FrmNotify& form = main.monitor.forms.New();
     const struct { bool disable, allow, discard; const char *tab, *shiftTab; } cases[] = {
-        {true, true, true, "CmdDisable CmdAllow CmdDiscard CmdDisable ",
-         "CmdDiscard CmdAllow CmdDisable CmdDiscard "},
+        {true, true, true, "CmdDisable CmdAllow CmdDiscard CmdDisable ", "CmdDiscard CmdAllow CmdDisable CmdDiscard "},
         {false, true, true, "CmdAllow CmdDiscard CmdAllow CmdDiscard ", "CmdDiscard CmdAllow CmdDiscard CmdAllow "},
         {false, true, false, "CmdAllow CmdAllow CmdAllow CmdAllow ", "CmdAllow CmdAllow CmdAllow CmdAllow "},
         {false, false, false, "    ", "    "},

@@ -170,8 +170,7 @@ TEST(GetExeName, WorkedExamples) {
         {"/background", ""}, {"-x", ""}, {"", ""}, {"Userinit", "Userinit"},
         {"%SystemRoot%", "C:\\WINDOWS\\%SystemRoot%"},
         // Cut at the first NUL of a registry buffer.
-        {"C:\\a.exe" + std::string(1016, '\0'), "C:\\a.exe"},
-        {"Shell\0"s, "Shell"}, {"a\0b"s, "a"},
+        {"C:\\a.exe" + std::string(1016, '\0'), "C:\\a.exe"}, {"Shell\0"s, "Shell"}, {"a\0b"s, "a"},
         // The slash cuts before any token is examined.
         {"http://host/%windir%\\x", "http:"}, {"%windir%\\a.exe /x-y", "C:\\WINDOWS\\a.exe"},
         // Token tests are independent: %SystemRoot% expands first, then the
