@@ -154,8 +154,9 @@ TEST_F(MainForm, EachPopulationShowsItsFirstRowInTheDetailsPanel) {
     EXPECT_EQ(panel(), std::make_tuple("N/A", "Company: " FIXTURE_COMPANY_NAME,
                                        "Description: " FIXTURE_DESCRIPTION_ENGLISH,
                                        "Section: Registry\\All Users\\Run", true, false, false));
-    EXPECT_EQ(std::make_tuple(form.picIcon.Height, form.picIcon.hasPicture, form.picIcon.picture.large),
-              std::make_tuple(960, true, true));
+    const auto& icon = form.picIcon;
+    EXPECT_EQ(std::make_tuple(icon.Width, icon.Height, icon.hasPicture, icon.picture.large),
+              std::make_tuple(960, 960, true, true));
     // A disabled row whose program is missing.
     ClickNode(frame::key::kAllUsers);
     EXPECT_EQ(panel(), std::make_tuple("N/A", "Company: N/A", "Description: N/A", "Section: All Users\\Startup", false,
@@ -175,7 +176,7 @@ TEST_F(MainForm, SingleSectionsGrowTheImageStoreUntilAllItemsRebuildsIt) {
     EXPECT_NE(form.imgListIcons[1], frame::kProgramIcon);
     ClickNode(frame::key::kRunExAll);
     EXPECT_EQ(form.imgListIcons.Count(), 2);
-    EXPECT_EQ(form.ListView1(1).SmallIcon, 2);
+    EXPECT_EQ(std::make_pair(form.ListView1(1).SmallIcon, form.Picture1.Width), std::make_pair(2L, 320L));
 
     ClickNode(frame::key::kMain);
     ASSERT_EQ(form.imgListIcons.Count(), 2);
@@ -311,7 +312,9 @@ TEST_F(Dialogs, MoveWritesTheListedPathToTheTargetOfItsTableAndKeepsTheSource) {
             EXPECT_EQ(dialog.treeAuto.Nodes[i].Text + "|" + dialog.treeAuto.Nodes[i].ParentKey + "|" +
                           std::to_string(dialog.treeAuto.Nodes[i].Image), c.node);
             dialog.treeAuto.Select(c.target);
+            EXPECT_EQ(dialog.cmdCommon, (std::array<std::string, 2>{"&Ok", "&Cancel"}));
             dialog.cmdCommon_Click(0);
+            EXPECT_EQ(dialog.Loaded(), !*c.mark) << "only a refusal keeps it open";
             if (dialog.Loaded()) dialog.cmdCommon_Click(1);
         };
         form.FrmMenu.Choose(form.FrmMenu.mnuMove);

@@ -118,7 +118,8 @@ TEST(SysRes, VersionDecidesBetweenARestorePointAndTheMessage) {
         Calls calls;
         for (const auto& call : system.calls) calls.emplace_back(call.moniker, call.method, call.args);
         EXPECT_EQ(calls, (c.tries ? Calls{{moniker, "CreateRestorePoint", args}} : Calls{})) << version;
-        EXPECT_EQ(machine->Ui().messageBoxes, (c.tries ? Boxes{} : Boxes{{tessmark::safety::kNotSupported, 0, ""}}))
+        EXPECT_EQ(machine->Ui().messageBoxes, (c.tries ? Boxes{}
+                      : Boxes{{"System Restore not supported, run Mendwick to backup your registry.", 0, ""}}))
             << version;
         // Only the restore-point road puts the pointer back; either way the form goes.
         EXPECT_EQ(std::make_tuple(form.MousePointer, unloads, form.Timer1Enabled, form.Loaded),

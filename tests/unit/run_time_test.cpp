@@ -220,13 +220,14 @@ TEST(ProgressBarModel, ValueIsAPercentageScaledByMinAndMaxTheControlsWay) {
     over.Scrolling = 2;
     EXPECT_EQ(over.CaptionText(), "Searching..");
     over.Max = 0;
-    EXPECT_THROW(over.SetValue(1), tessmark::vb::VbError);
+    EXPECT_EQ(ErrorOf([&] { over.SetValue(1); }), err::kDivisionByZero);
 }
 
 TEST(ProgressBarModel, PropertyBagDefaultsAndTheFontThatIsNotReadBack) {
     XP_ProgressBarModel fresh;
     fresh.ReadProperties({});
-    EXPECT_EQ(std::tuple(fresh.BrushStyle, fresh.Color, fresh.Max), std::tuple(4, 0x8000000Du, 100));
+    EXPECT_EQ(std::tuple(fresh.BrushStyle, fresh.Color, fresh.Max, fresh.ShowText),
+              std::tuple(4, 0x8000000Du, 100, false));
 
     XP_ProgressBarModel set{.Font = 77, .Scrolling = 6, .ShowText = true};
     set.SetValue(60);
